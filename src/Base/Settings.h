@@ -1,0 +1,35 @@
+// The application's settings: whole values by key.
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+#include <tl/expected.hpp>
+
+namespace tessara {
+
+/// One JSON file that only its user may read. A write replaces the file in one step, so that a crash
+/// leaves the old settings or the new ones. A file that can't be read is put aside, never overwritten.
+class Settings
+{
+public:
+    explicit Settings(const QString &file);
+
+    QString file() const { return m_file; }
+    bool contains(const QString &key) const { return m_values.contains(key); }
+    /// Undefined for a key that was never set.
+    QJsonValue value(const QString &key) const { return m_values.value(key); }
+
+    /// An error says why the file could not be written; the settings are then as before.
+    [[nodiscard]] tl::expected<void, QString> setValue(const QString &key, const QJsonValue &value);
+    [[nodiscard]] tl::expected<void, QString> remove(const QString &key);
+
+private:
+    void load();
+    tl::expected<void, QString> store(const QJsonObject &values);
+
+    QString m_file;
+    QJsonObject m_values;
+};
+
+} // namespace tessara

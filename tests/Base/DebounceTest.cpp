@@ -1,0 +1,77 @@
+#include "Base/Debounce.h"
+#include "Base/ManualClock.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace tessara {
+namespace {
+
+class DebounceTest : public testing::Test
+{
+protected:
+    void settle() { clock.advance(Seconds{0.5}); }
+
+    ManualClock clock;
+    std::vector<int> delivered;
+    Debounce<int> watched{clock, Seconds{0.3}, 1, [this](int value) { delivered.push_back(value); }};
+};
+
+TEST_F(DebounceTest, TheValueAtTheStartIsNoChange)
+{
+    settle();
+
+    EXPECT_TRUE(delivered.empty());
+}
+
+TEST_F(DebounceTest, ABurstDeliversItsLastValueAfterTheQuietTime)
+{
+    settle();
+    for (int value = 2; value <= 6; ++value) {
+        watched.push(value);
+        clock.advance(Seconds{0.1});
+    }
+    EXPECT_TRUE(delivered.empty());
+
+    clock.advance(Seconds{0.2});
+
+    EXPECT_EQ(delivered, (std::vector{6}));
+}
+
+TEST_F(DebounceTest, AChangeWithinTheFirstQuietTimeIsDroppedWithTheStart)
+{
+    clock.advance(Seconds{0.1});
+    watched.push(2);
+    settle();
+    EXPECT_TRUE(delivered.empty());
+
+    watched.push(3);
+    settle();
+
+    EXPECT_EQ(delivered, (std::vector{3}));
+}
+
+TEST_F(DebounceTest, AnEqualNeighbourNeitherCountsNorDelays)
+{
+    settle();
+    watched.push(2);
+    clock.advance(Seconds{0.2});
+    watched.push(2);
+    clock.advance(Seconds{0.1});
+
+    EXPECT_EQ(delivered, (std::vector{2}));
+}
+
+TEST_F(DebounceTest, AChangeAndBackWithinTheQuietTimeDeliversTheOldValueAgain)
+{
+    settle();
+    watched.push(2);
+    watched.push(1);
+    settle();
+
+    EXPECT_EQ(delivered, (std::vector{1}));
+}
+
+} // namespace
+} // namespace tessara

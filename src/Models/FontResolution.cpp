@@ -1,0 +1,66 @@
+#include "Models/FontResolution.h"
+
+#include <QFontDatabase>
+
+#include <cmath>
+
+namespace tessara {
+
+namespace {
+
+QString systemFamily() { return QStringLiteral("Inter"); }
+QString tabularFamily() { return QStringLiteral("Inter Tabular"); }
+
+// Named, so that every machine falls back to the same faces.
+QStringList withFallbacks(QStringList families)
+{
+    return families << QStringLiteral("Noto Sans Thai") << QStringLiteral("Noto Sans Arabic")
+                    << QStringLiteral("Noto Sans") << QStringLiteral("Noto Color Emoji");
+}
+
+SizedFont makeFont(const QStringList &families, double size, QFont::Weight weight)
+{
+    constexpr double largest = 10000; // px; no canvas shows more of a letter
+    const double drawn = std::isfinite(size) && size > 0 ? std::min(size, largest) : 1;
+    const int whole = std::max(1, int(std::ceil(drawn)));
+    QFont face;
+    face.setFamilies(withFallbacks(families));
+    face.setWeight(weight);
+    face.setPixelSize(whole);
+    // Glyphs keep their shape at every size and at every fraction of a slide.
+    face.setHintingPreference(QFont::PreferNoHinting);
+    return {face, drawn / whole};
+}
+
+std::optional<QString> installedFamily(const QString &family)
+{
+    if (QFontDatabase::hasFamily(family))
+        return family;
+    const QString metricDouble = QStringLiteral("Liberation Sans");
+    if (family.compare(QStringLiteral("Arial"), Qt::CaseInsensitive) == 0
+        && QFontDatabase::hasFamily(metricDouble))
+        return metricDouble;
+    return std::nullopt;
+}
+
+} // namespace
+
+SizedFont systemFont(double size, QFont::Weight weight)
+{
+    return makeFont({systemFamily()}, size, weight);
+}
+
+SizedFont monospacedDigitSystemFont(double size, QFont::Weight weight)
+{
+    return makeFont({tabularFamily(), systemFamily()}, size, weight);
+}
+
+std::optional<SizedFont> familyFont(const QString &family, double size, QFont::Weight weight)
+{
+    const std::optional<QString> installed = installedFamily(family);
+    if (!installed)
+        return std::nullopt;
+    return makeFont({*installed}, size, weight >= QFont::Bold ? QFont::Bold : QFont::Normal);
+}
+
+} // namespace tessara

@@ -1,6 +1,7 @@
 #include "Models/FontResolution.h"
 
 #include <QFontDatabase>
+#include <QStringList>
 
 #include <cmath>
 

@@ -1,0 +1,31 @@
+// The beat of a running output.
+#pragma once
+
+#include "Base/RepeatingTimer.h"
+
+#include <map>
+
+namespace tessara {
+
+/// Calls `send` at the output's rate. Each beat starts a task of its own on the main thread, so that
+/// what is due in the same turn of the main loop, a step of a take above all, comes before the frame.
+class OutputLoop
+{
+public:
+    /// `rate` in frames a second; below 1 counts as 1.
+    OutputLoop(Clock &clock, double rate, std::function<void()> send);
+
+    Seconds interval() const { return m_timer.interval(); }
+    /// Beats that the main thread was too busy to take.
+    quint64 missedTicks() const { return m_timer.missedBeats(); }
+
+private:
+    Task sendInNextTurn();
+
+    Clock &m_clock;
+    std::function<void()> m_send;
+    Task m_task;
+    RepeatingTimer m_timer;
+};
+
+} // namespace tessara

@@ -1,0 +1,42 @@
+// The bytes of one frame, shared without a copy between the program and the card.
+#pragma once
+
+#include <QtGlobal>
+
+#include <cstddef>
+#include <memory>
+
+namespace tessara {
+
+/// Copies share one block. The last of them may go on any thread: the block returns to a pool.
+class FrameBytes
+{
+public:
+    /// Cache lines and the widest vector registers start at multiples of this.
+    static constexpr std::size_t alignment = 64;
+    /// No raster of any card comes near; a greater size is refused like memory that ran out.
+    static constexpr qsizetype maximumSize = qsizetype(1) << 30;
+
+    FrameBytes() = default;
+    /// Foreign bytes that stay as they are while a reference to them lives.
+    FrameBytes(std::shared_ptr<const quint8> bytes, qsizetype size);
+
+    /// Fresh bytes with arbitrary contents, null if there is no memory for them.
+    static FrameBytes allocate(qsizetype size);
+    static FrameBytes zeroed(qsizetype size);
+
+    bool isNull() const { return !m_bytes; }
+    qsizetype size() const { return m_size; }
+    const quint8 *data() const { return m_bytes.get(); }
+    /// For whoever allocated the bytes, until the first copy has been handed on.
+    quint8 *writableData() { return const_cast<quint8 *>(m_bytes.get()); }
+
+    /// The same bytes, wherever they are kept.
+    bool operator==(const FrameBytes &other) const;
+
+private:
+    std::shared_ptr<const quint8> m_bytes;
+    qsizetype m_size = 0;
+};
+
+} // namespace tessara

@@ -1,0 +1,1 @@
+#include "virtual-card/Instruments.h"

@@ -3,7 +3,6 @@
 
 #include "Base/RepeatingTimer.h"
 
-#include <map>
 
 namespace tessara {
 

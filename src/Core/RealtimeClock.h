@@ -16,10 +16,13 @@ public:
     /// With no clock layer the time is not even formatted.
     void update();
     qsizetype clockLayerCount() const;
+    /// How often the time has been put into words.
+    quint64 formattings() const { return m_formattings; }
 
 private:
     Clock &m_clock;
     CanvasDocument &m_document;
+    mutable quint64 m_formattings = 0;
     RepeatingTimer m_ticker;
 };
 

@@ -1,0 +1,290 @@
+#include "Core/AppState.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessara {
+
+namespace {
+
+constexpr QSizeF defaultCanvasSize{1920, 1080};
+const QColor chromaGreen(0, 177, 64);
+constexpr double rateWithoutMode = 30;     // frames a second
+constexpr double rateTolerance = 0.02;     // frames a second; beyond it two modes don't match
+
+std::optional<DeckLinkDisplayMode> matchingMode(const QList<DeckLinkDisplayMode> &modes,
+                                                const DeckLinkDisplayMode &wanted)
+{
+    const auto same = std::find_if(modes.begin(), modes.end(), [&](const auto &mode) {
+        return mode.modeID == wanted.modeID;
+    });
+    if (same != modes.end())
+        return *same;
+    const auto alike = std::find_if(modes.begin(), modes.end(), [&](const auto &mode) {
+        return mode.width == wanted.width && mode.height == wanted.height
+               && std::abs(mode.rate() - wanted.rate()) < rateTolerance;
+    });
+    return alike == modes.end() ? std::nullopt : std::optional(*alike);
+}
+
+tl::expected<void, QString> started(DeckLinkManager &manager, DeckLinkStartMode mode)
+{
+    if (manager.startOutput(mode))
+        return {};
+    return tl::unexpected(manager.lastErrorMessage().value_or(QString()));
+}
+
+/// An output that fails without a word is no reason to stop.
+tl::expected<void, QString> sent(DeckLinkManager &manager,
+                                 const DeckLinkFrameBuffer::Result &frame)
+{
+    if (!frame)
+        return tl::unexpected(text(frame.error()));
+    if (manager.sendFrame(*frame) || !manager.lastErrorMessage())
+        return {};
+    return tl::unexpected(*manager.lastErrorMessage());
+}
+
+} // namespace
+
+AppState::AppState(Clock &clock, const ApplicationSupport &support)
+    : m_clock(clock)
+    , m_settings(support.settingsFile())
+    , m_document(clock, defaultCanvasSize)
+    , m_realtimeClock(clock, m_document)
+{
+    watchManagers();
+    ensureDistinctKeyDeviceSelection();
+    syncKeyModeWithFillMode();
+    updateRealtimeTimerText();
+}
+
+AppState::~AppState()
+{
+    stopDeckLinkOutput();
+}
+
+void AppState::watchManagers()
+{
+    for (DeckLinkManager *manager : {&m_fill, &m_key}) {
+        connect(manager, &DeckLinkManager::changed, this, &AppState::outputChanged);
+        connect(manager, &DeckLinkManager::selectedDeviceIndexChanged, this, [this] {
+            if (m_routing != DeckLinkOutputRouting::keyAndFill)
+                return;
+            ensureDistinctKeyDeviceSelection();
+            syncKeyModeWithFillMode();
+        });
+    }
+    connect(&m_fill, &DeckLinkManager::selectedModeIDChanged, this,
+            &AppState::syncKeyModeWithFillMode);
+}
+
+void AppState::setDeckLinkOutputRouting(DeckLinkOutputRouting routing)
+{
+    if (m_routing == routing)
+        return;
+    m_routing = routing;
+    if (isDeckLinkOutputRunning())
+        stopDeckLinkOutput();
+    if (routing == DeckLinkOutputRouting::keyAndFill) {
+        ensureDistinctKeyDeviceSelection();
+        syncKeyModeWithFillMode();
+    }
+    emit deckLinkOutputRoutingChanged();
+    emit outputChanged();
+}
+
+bool AppState::isDeckLinkOutputRunning() const
+{
+    return m_fill.isOutputRunning() || m_key.isOutputRunning();
+}
+
+void AppState::startDeckLinkOutput()
+{
+    if (const tl::expected<void, QString> outputs = startManagers(); !outputs) {
+        if (!outputs.error().isEmpty())
+            setLastErrorMessage(outputs.error());
+        return;
+    }
+    m_outputLoop = std::make_unique<OutputLoop>(m_clock, outputRate(),
+                                                [this] { sendCurrentFrameToDeckLink(); });
+    emit outputChanged();
+    sendCurrentFrameToDeckLink(); // the first frame doesn't wait for the first tick
+}
+
+tl::expected<void, QString> AppState::startManagers()
+{
+    switch (m_routing) {
+    case DeckLinkOutputRouting::fillOnly:
+    case DeckLinkOutputRouting::greenScreen:
+        return started(m_fill, DeckLinkStartMode::standard);
+    case DeckLinkOutputRouting::keyAndFillAB:
+        return started(m_fill, DeckLinkStartMode::externalKeying);
+    case DeckLinkOutputRouting::keyAndFill:
+        return startKeyAndFill();
+    }
+    Q_UNREACHABLE();
+}
+
+tl::expected<void, QString> AppState::startKeyAndFill()
+{
+    ensureDistinctKeyDeviceSelection();
+    if (!m_fill.selectedDeviceIndex() || !m_fill.selectedModeID())
+        return tl::unexpected(QStringLiteral("Select Fill device and mode"));
+    if (!m_key.selectedDeviceIndex())
+        return tl::unexpected(QStringLiteral("Select Key device"));
+    if (m_fill.selectedDeviceIndex() == m_key.selectedDeviceIndex())
+        return tl::unexpected(
+            QStringLiteral("Choose different devices for Fill and Key outputs"));
+    syncKeyModeWithFillMode();
+    if (!m_key.selectedModeID())
+        return tl::unexpected(
+            QStringLiteral("Selected Fill mode is unavailable on Key device"));
+    tl::expected<void, QString> fill = started(m_fill, DeckLinkStartMode::standard);
+    if (!fill)
+        return fill;
+    tl::expected<void, QString> key = started(m_key, DeckLinkStartMode::standard);
+    if (!key)
+        m_fill.stopOutput();
+    return key;
+}
+
+void AppState::stopDeckLinkOutput()
+{
+    m_outputLoop.reset();
+    m_fill.stopOutput();
+    m_key.stopOutput();
+    emit outputChanged();
+}
+
+double AppState::outputRate() const
+{
+    const auto rateOf = [](const DeckLinkManager &manager, double withoutMode) {
+        const std::optional<DeckLinkDisplayMode> mode = manager.selectedMode();
+        return mode ? mode->rate() : withoutMode;
+    };
+    const double fillRate = rateOf(m_fill, rateWithoutMode);
+    if (m_routing != DeckLinkOutputRouting::keyAndFill)
+        return fillRate;
+    return std::min(fillRate, rateOf(m_key, fillRate));
+}
+
+void AppState::sendCurrentFrameToDeckLink()
+{
+    const std::optional<DeckLinkDisplayMode> mode = m_fill.selectedMode();
+    if (!m_fill.isOutputRunning() || m_isSendingFrame || !mode)
+        return;
+    m_isSendingFrame = true;
+    const tl::expected<void, QString> frames = sendFrames(*mode);
+    m_isSendingFrame = false;
+    if (!frames) {
+        setLastErrorMessage(frames.error());
+        stopDeckLinkOutput(); // nothing restarts by itself
+    }
+}
+
+// One picture a tick, even for two devices; the fill goes out first.
+tl::expected<void, QString> AppState::sendFrames(const DeckLinkDisplayMode &mode)
+{
+    const bool isGreen = m_routing == DeckLinkOutputRouting::greenScreen;
+    const tl::expected<QImage, RenderEngineError> frame =
+        m_renderEngine.render(m_document, isGreen ? std::optional(chromaGreen) : std::nullopt);
+    if (!frame)
+        return tl::unexpected(text(frame.error()));
+    const auto makeFill = m_routing == DeckLinkOutputRouting::keyAndFillAB
+                              ? &DeckLinkFrameBuffer::makeExternalKeyFill
+                              : &DeckLinkFrameBuffer::make;
+    tl::expected<void, QString> fill = sent(m_fill, makeFill(*frame, mode.width, mode.height));
+    if (!fill || m_routing != DeckLinkOutputRouting::keyAndFill)
+        return fill;
+    return sendKeyFrame(*frame);
+}
+
+tl::expected<void, QString> AppState::sendKeyFrame(const QImage &frame)
+{
+    const std::optional<DeckLinkDisplayMode> mode = m_key.selectedMode();
+    if (!m_key.isOutputRunning() || !mode)
+        return tl::unexpected(QStringLiteral("Key output is not running"));
+    return sent(m_key, DeckLinkFrameBuffer::makeAlphaKey(frame, mode->width, mode->height));
+}
+
+void AppState::refreshDeckLinkDevices()
+{
+    m_fill.refreshDevices();
+    m_key.refreshDevices();
+    ensureDistinctKeyDeviceSelection();
+    syncKeyModeWithFillMode();
+}
+
+void AppState::ensureDistinctKeyDeviceSelection()
+{
+    const std::optional<int> fill = m_fill.selectedDeviceIndex();
+    const QList<DeckLinkDevice> devices = m_key.devices();
+    if (!fill || devices.size() < 2 || m_key.selectedDeviceIndex() != fill)
+        return;
+    const auto other = std::find_if(devices.begin(), devices.end(),
+                                    [&](const auto &device) { return device.index != *fill; });
+    if (other != devices.end())
+        m_key.setSelectedDeviceIndex(other->index);
+}
+
+void AppState::syncKeyModeWithFillMode()
+{
+    if (m_routing != DeckLinkOutputRouting::keyAndFill)
+        return;
+    const std::optional<DeckLinkDisplayMode> wanted = m_fill.selectedMode();
+    const std::optional<DeckLinkDisplayMode> match =
+        wanted ? matchingMode(m_key.modes(), *wanted) : std::nullopt;
+    m_key.setSelectedModeID(match ? std::optional(match->modeID) : std::nullopt);
+}
+
+bool AppState::isKeyModeReady() const
+{
+    return m_routing != DeckLinkOutputRouting::keyAndFill || m_key.selectedModeID();
+}
+
+bool AppState::canStartDeckLinkOutputFromConfig() const
+{
+    if (!m_fill.sdkAvailable() || !m_fill.selectedDeviceIndex() || !m_fill.selectedModeID())
+        return false;
+    if (m_routing != DeckLinkOutputRouting::keyAndFill)
+        return true;
+    return m_key.sdkAvailable() && m_key.selectedDeviceIndex() && isKeyModeReady()
+           && m_key.selectedDeviceIndex() != m_fill.selectedDeviceIndex();
+}
+
+std::optional<QString> AppState::keyModeStatusText() const
+{
+    if (m_routing != DeckLinkOutputRouting::keyAndFill)
+        return std::nullopt;
+    const std::optional<DeckLinkDisplayMode> fill = m_fill.selectedMode();
+    if (!fill)
+        return QStringLiteral("Select Fill mode first");
+    if (const std::optional<DeckLinkDisplayMode> key = m_key.selectedMode())
+        return QStringLiteral("Key mode follows Fill mode: ") + key->displayLabel();
+    return QStringLiteral("Key device has no matching mode for %1x%2")
+        .arg(fill->width)
+        .arg(fill->height);
+}
+
+TextLayer *AppState::addTimerLayer()
+{
+    const qsizetype number = m_realtimeClock.clockLayerCount() + 1;
+    auto *layer = new TextLayer(QUuid::createUuid(), QStringLiteral("Timer %1").arg(number),
+                                m_realtimeClock.text());
+    layer->setFontSize(96);
+    layer->setFieldKey(QStringLiteral("realtime_timer_%1").arg(number));
+    layer->setFieldKind(TemplateFieldKind::timer);
+    m_document.addLayer(CanvasLayerItem(layer));
+    updateRealtimeTimerText();
+    setLastExportURL(std::nullopt);
+    setLastErrorMessage(std::nullopt);
+    return layer;
+}
+
+void AppState::updateRealtimeTimerText()
+{
+    m_realtimeClock.update();
+}
+
+} // namespace tessara

@@ -1,0 +1,151 @@
+#include "Rendering/LayerDrawing.h"
+
+#include "Models/CanvasDocument.h"
+#include "Rendering/PictureDrawing.h"
+#include "Rendering/TextBlock.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessara {
+
+namespace {
+
+constexpr double leastOutlineWidth = 0.001; // percent of the font size
+constexpr double largestOutlineWidth = 16;  // percent of the font size
+
+double outlineWidth(const TextLayer &layer)
+{
+    if (!std::isfinite(layer.outlineWidth()))
+        return 0;
+    const double width = std::clamp(layer.outlineWidth(), 0.0, largestOutlineWidth);
+    return width > leastOutlineWidth ? width : 0;
+}
+
+QPointF offsetOf(const CanvasDocument &document, const Layer &layer)
+{
+    const QSizeF offset = document.effectiveTransitionOffset(layer.id(), layer.isHidden());
+    return {offset.width(), offset.height()};
+}
+
+// The block's lower edge lies half of the spare height above the box's, and the text starts at the
+// block's top: text taller than its box grows upward from the lower edge.
+double boxedTextTop(double boxBottom, double boxHeight, double textHeight)
+{
+    const double lift = std::max((boxHeight - textHeight) * 0.5, 0.0);
+    return boxBottom - lift - std::max(boxHeight, textHeight);
+}
+
+void drawText(QPainter &painter, const CanvasDocument &document, const TextLayer &layer,
+              double runOpacity)
+{
+    const SizedFont font = layer.resolvedFont(layer.fontSize(), QFont::DemiBold);
+    const TextPaint paint{layer.color().color(), layer.outlineColor().color(),
+                          outlineWidth(layer)};
+    const TextLayerHorizontalAlignment alignment = layer.horizontalAlignment();
+    const QPointF anchor = layer.position() + offsetOf(document, layer);
+    const TextBlock line(layer.text(), font, alignment);
+    painter.setOpacity(runOpacity);
+    if (const std::optional<QSizeF> given = layer.textBoxSize()) {
+        const QSizeF box = given->expandedTo({1, 1});
+        const TextBlock wrapped(layer.text(), font, alignment, box.width());
+        const double top =
+            boxedTextTop(anchor.y() + box.height(), box.height(), line.size().height());
+        wrapped.draw(painter, {anchor.x(), top}, paint);
+        return;
+    }
+    const double share = alignment == TextLayerHorizontalAlignment::center     ? 0.5
+                         : alignment == TextLayerHorizontalAlignment::trailing ? 1
+                                                                               : 0;
+    line.draw(painter, {anchor.x() - line.size().width() * share, anchor.y()}, paint);
+}
+
+void drawImage(QPainter &painter, const CanvasDocument &document, const ImageLayer &layer,
+               double runOpacity)
+{
+    const double opacity = layer.opacity() * runOpacity;
+    painter.setOpacity(std::isfinite(opacity) ? opacity : 0);
+    drawPicture(painter, layer, layer.frame().translated(offsetOf(document, layer)));
+}
+
+QPainterPath mirroredTopToBottom(const QPainterPath &path, const QRectF &box)
+{
+    return QTransform(1, 0, 0, -1, 0, box.top() + box.bottom()).map(path);
+}
+
+// The opacities go into the colour, so that nothing else in the painter fades.
+void drawShape(QPainter &painter, const CanvasDocument &document, const ShapeLayer &layer,
+               double runOpacity, DrawingStyle style)
+{
+    const QRectF box = layer.frame().translated(offsetOf(document, layer));
+    RGBAColor color = layer.color();
+    color.alpha *= layer.opacity() * runOpacity;
+    const QPainterPath upright = layer.outline().path(box);
+    painter.fillPath(style == DrawingStyle::frame ? mirroredTopToBottom(upright, box) : upright,
+                     color.color());
+}
+
+// A countdown fades and never slides.
+void drawCountdown(QPainter &painter, const CanvasDocument &document, const CountdownLayer &layer,
+                   double opacity)
+{
+    const QRectF box = layer.frame();
+    if (!(opacity > LayerTakes::leastVisibility) || document.size().isEmpty() || box.isEmpty())
+        return;
+    painter.setOpacity(opacity);
+    if (layer.showBackground()) {
+        QPainterPath background;
+        const double radius = std::max(layer.cornerRadius(), 0.0);
+        background.addRoundedRect(box, radius, radius);
+        painter.fillPath(background, layer.backgroundColor().color());
+    }
+    const TextBlock time(layer.formattedTime(), layer.resolvedFont());
+    const QSizeF spare = box.size() - time.size();
+    time.draw(painter, box.topLeft() + QPointF(spare.width(), spare.height()) * 0.5,
+              {layer.currentColor().color(), {}, 0});
+}
+
+double unit(double value)
+{
+    return std::isfinite(value) ? std::clamp(value, 0.0, 1.0) : 0;
+}
+
+} // namespace
+
+double runOpacity(const CanvasDocument &document, const CanvasLayerItem &item)
+{
+    const Layer *layer = layerOf(item);
+    const double visibility =
+        unit(document.layerVisibility().value(layer->id(), layer->isHidden() ? 0 : 1));
+    return visibility > LayerTakes::leastVisibility ? visibility : 0;
+}
+
+void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,
+               double runOpacity, DrawingStyle style)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    std::visit(
+        Overloaded{
+            [&](const TextLayer *text) { drawText(painter, document, *text, runOpacity); },
+            [&](const ImageLayer *image) { drawImage(painter, document, *image, runOpacity); },
+            [&](const ShapeLayer *shape) {
+                drawShape(painter, document, *shape, runOpacity, style);
+            },
+            // The score bar's drawing comes with its geometry.
+            [](const ScoreLayer *) {},
+            [](const WebLayer *) {},
+            [](const Model3DLayer *) {},
+            [](const WindowCaptureLayer *) {},
+            [&](const CountdownLayer *countdown) {
+                drawCountdown(painter, document, *countdown,
+                              unit(countdown->opacity()) * runOpacity);
+            },
+        },
+        item);
+    painter.restore();
+}
+
+} // namespace tessara

@@ -1,0 +1,25 @@
+// One layer of the document, painted.
+#pragma once
+
+#include "Models/CanvasLayerItem.h"
+
+class QPainter;
+
+namespace tessara {
+
+class CanvasDocument;
+
+enum class DrawingStyle {
+    frame, // what goes on air: shapes stand with their top at the bottom
+    canvas // what the operator edits: upright
+};
+
+/// How much of a layer is to be seen: 0 to 1, and 0 for one that isn't drawn at all.
+double runOpacity(const CanvasDocument &document, const CanvasLayerItem &item);
+
+/// Paints in canvas coordinates. Web pages, 3D models and captured windows are live views and have no
+/// drawing: they leave no hole, and what lies under them shows.
+void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,
+               double runOpacity, DrawingStyle style);
+
+} // namespace tessara

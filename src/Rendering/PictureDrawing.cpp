@@ -1,0 +1,55 @@
+#include "Rendering/PictureDrawing.h"
+
+#include "Models/ImageLayer.h"
+#include "Models/LayerGeometry.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace tessara {
+
+namespace {
+
+// The whole picture stretched so far that the crop fills the content; the clip does the cutting.
+QRectF croppedPlacement(const QRectF &content, const QRectF &crop)
+{
+    constexpr double leastSide = 0.0001; // of the picture
+    const double width = content.width() / std::max(crop.width(), leastSide);
+    const double height = content.height() / std::max(crop.height(), leastSide);
+    return {content.x() - width * crop.x(), content.y() - height * crop.y(), width, height};
+}
+
+QRectF placement(const ImageLayer &layer, const QRectF &content)
+{
+    if (layer.contentMode() == ImageLayerContentMode::fitInside)
+        return aspectFitRect(layer.image().size(), content);
+    return croppedPlacement(content, layer.normalizedCropRect(content.size()));
+}
+
+bool cutsNothing(const ImageLayer &layer, const QRectF &content, const QRectF &placed)
+{
+    constexpr double rounding = 1e-6; // px
+    const bool isPlainRectangle = layer.maskShape() == ImageLayerMaskShape::rectangle
+                                  || layer.maskShape() == ImageLayerMaskShape::customPolygon;
+    return isPlainRectangle
+           && content.adjusted(-rounding, -rounding, rounding, rounding).contains(placed);
+}
+
+} // namespace
+
+void drawPicture(QPainter &painter, const ImageLayer &layer, QRectF frame)
+{
+    const QRectF content = layer.contentRect(frame);
+    const QRectF placed = placement(layer, content);
+    if (layer.image().isNull() || content.isEmpty() || placed.isEmpty())
+        return;
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    if (!cutsNothing(layer, content, placed))
+        painter.setClipPath(layer.maskPath(content), Qt::IntersectClip);
+    const QSizeF drawnSize = painter.worldTransform().mapRect(placed).size();
+    const QImage level = layer.image().levelFor(drawnSize);
+    painter.drawImage(placed, level, level.rect());
+}
+
+} // namespace tessara

@@ -1,0 +1,94 @@
+#include "Rendering/RenderEngine.h"
+
+#include "Models/CanvasDocument.h"
+#include "Rendering/LayerDrawing.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace tessara {
+
+namespace {
+
+constexpr std::int64_t bytesPerPixel = 4;
+
+// A canvas that no integer can measure is an error of the program, not of the show.
+std::int64_t wholeSide(double side)
+{
+    constexpr double limit = 9.2e18; // within a signed 64-bit integer
+    if (!(std::abs(side) < limit))
+        qFatal("The canvas has no size that could be drawn.");
+    return std::int64_t(side);
+}
+
+tl::expected<QImage, RenderEngineError> makeClearBitmap(QSizeF canvas)
+{
+    const std::int64_t width = wholeSide(canvas.width());
+    const std::int64_t height = wholeSide(canvas.height());
+    if (width > std::numeric_limits<std::int64_t>::max() / bytesPerPixel)
+        qFatal("The canvas has no size that could be drawn.");
+    constexpr std::int64_t largestSide = 32767; // of a raster that a painter can reach
+    if (width < 1 || height < 1)
+        return tl::unexpected(RenderEngineError::contextCreationFailed);
+    if (width > largestSide || height > largestSide)
+        return tl::unexpected(RenderEngineError::bitmapCreationFailed);
+    // Zeroed by the system where it can be, and freed with the last copy of the frame.
+    void *bytes = std::calloc(std::size_t(height), std::size_t(width * bytesPerPixel));
+    if (!bytes)
+        return tl::unexpected(RenderEngineError::bitmapCreationFailed);
+    // Painted as the painter is fastest; the bytes are put into their order at the end.
+    QImage bitmap(static_cast<uchar *>(bytes), int(width), int(height), width * bytesPerPixel,
+                  QImage::Format_ARGB32_Premultiplied, &std::free, bytes);
+    if (bitmap.isNull()) {
+        std::free(bytes);
+        return tl::unexpected(RenderEngineError::contextCreationFailed);
+    }
+    return bitmap;
+}
+
+} // namespace
+
+QString text(RenderEngineError error)
+{
+    switch (error) {
+    case RenderEngineError::bitmapCreationFailed:
+        return QStringLiteral("Could not allocate bitmap buffer.");
+    case RenderEngineError::contextCreationFailed:
+        return QStringLiteral("Could not create graphics context.");
+    case RenderEngineError::imageCreationFailed:
+        return QStringLiteral("Could not create output image.");
+    }
+    Q_UNREACHABLE();
+}
+
+tl::expected<QImage, RenderEngineError>
+RenderEngine::render(const CanvasDocument &document, const std::optional<QColor> &background) const
+{
+    const QSizeF canvas = document.size();
+    tl::expected<QImage, RenderEngineError> frame = makeClearBitmap(canvas);
+    if (!frame)
+        return frame;
+    QPainter painter;
+    if (!painter.begin(&*frame))
+        return tl::unexpected(RenderEngineError::contextCreationFailed);
+    if (background)
+        painter.fillRect(frame->rect(), *background);
+    // The frame counts its rows from the lower edge, so a fraction of a row is lost at the top.
+    painter.translate(0, frame->height() - canvas.height());
+    for (const CanvasLayerItem &item : document.orderedLayers()) {
+        const double opacity = runOpacity(document, item);
+        if (opacity > 0)
+            drawLayer(painter, document, item, opacity, DrawingStyle::frame);
+    }
+    painter.end();
+    // In place, as nothing else holds the bitmap.
+    frame->convertTo(QImage::Format_RGBA8888_Premultiplied);
+    if (frame->isNull())
+        return tl::unexpected(RenderEngineError::imageCreationFailed);
+    return frame;
+}
+
+} // namespace tessara

@@ -1,0 +1,30 @@
+// One finished frame from the document.
+#pragma once
+
+#include <QColor>
+#include <QImage>
+
+#include <tl/expected.hpp>
+
+#include <optional>
+
+namespace tessara {
+
+class CanvasDocument;
+
+enum class RenderEngineError { bitmapCreationFailed, contextCreationFailed, imageCreationFailed };
+
+QString text(RenderEngineError error);
+
+/// Draws every frame from nothing and keeps nothing in between.
+class RenderEngine
+{
+public:
+    /// The frame of canvas size (fractions cut), R G B A with the colour premultiplied, rows from the
+    /// top without padding. Without a background it is transparent where no layer paints, which is what
+    /// the key depends on.
+    tl::expected<QImage, RenderEngineError> render(const CanvasDocument &document,
+                                                   const std::optional<QColor> &background) const;
+};
+
+} // namespace tessara

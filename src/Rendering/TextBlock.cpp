@@ -1,0 +1,127 @@
+#include "Rendering/TextBlock.h"
+
+#include <QPainter>
+#include <QRawFont>
+#include <QTextLayout>
+
+#include <algorithm>
+
+namespace tessara {
+
+namespace {
+
+QTextOption textOption(bool wraps)
+{
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+    option.setUseDesignMetrics(true);
+    if (!wraps)
+        option.setFlags(QTextOption::IncludeTrailingSpaces);
+    return option;
+}
+
+double alignmentShare(TextLayerHorizontalAlignment alignment)
+{
+    switch (alignment) {
+    case TextLayerHorizontalAlignment::leading:
+        return 0;
+    case TextLayerHorizontalAlignment::center:
+        return 0.5;
+    case TextLayerHorizontalAlignment::trailing:
+        return 1;
+    }
+    Q_UNREACHABLE();
+}
+
+void breakLines(QTextLayout &layout, std::optional<double> wrapWidth)
+{
+    constexpr double endless = 1e6; // px at the face's size
+    layout.setCacheEnabled(true);
+    layout.setTextOption(textOption(wrapWidth.has_value()));
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine())
+        line.setLineWidth(wrapWidth.value_or(endless));
+    layout.endLayout();
+}
+
+double heightOf(const QTextLine &line)
+{
+    return line.ascent() + line.descent() + std::max(line.leading(), 0.0);
+}
+
+} // namespace
+
+TextBlock::TextBlock(const QString &text, const SizedFont &font,
+                     TextLayerHorizontalAlignment alignment, std::optional<double> wrapWidth)
+    : m_font(font)
+{
+    const std::optional<double> faceWidth =
+        wrapWidth ? std::optional(*wrapWidth / font.scale) : std::nullopt;
+    QString normalized = text;
+    normalized.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    std::vector<std::unique_ptr<QTextLayout>> paragraphs;
+    double widest = 0;
+    // A paragraph each, since the direction of writing is found by the paragraph.
+    for (const QString &paragraph : normalized.split(QLatin1Char('\n'))) {
+        paragraphs.push_back(std::make_unique<QTextLayout>(paragraph, font.face));
+        QTextLayout &layout = *paragraphs.back();
+        breakLines(layout, faceWidth);
+        for (int index = 0; index < layout.lineCount(); ++index)
+            widest = std::max(widest, layout.lineAt(index).naturalTextWidth());
+    }
+    const double room = faceWidth.value_or(widest);
+    double top = 0;
+    for (const auto &layout : paragraphs) {
+        for (int index = 0; index < layout->lineCount(); ++index) {
+            const QTextLine line = layout->lineAt(index);
+            const double left =
+                (room - line.naturalTextWidth()) * alignmentShare(alignment);
+            for (const QGlyphRun &run : line.glyphRuns())
+                placeGlyphRun(run, QPointF(left - line.x(), top - line.y()));
+            top += heightOf(line);
+        }
+    }
+    m_outlines.setFillRule(Qt::WindingFill);
+    m_size = QSizeF(widest, top) * font.scale;
+}
+
+void TextBlock::placeGlyphRun(const QGlyphRun &run, QPointF origin)
+{
+    const QRawFont font = run.rawFont();
+    const QList<quint32> glyphs = run.glyphIndexes();
+    const QList<QPointF> positions = run.positions();
+    for (qsizetype index = 0; index < glyphs.size(); ++index) {
+        const QPointF position = positions[index] + origin;
+        const QPainterPath outline = font.pathForGlyph(glyphs[index]);
+        if (!outline.isEmpty()) {
+            m_outlines.addPath(outline.translated(position));
+        } else if (!font.boundingRect(glyphs[index]).isEmpty()) {
+            QGlyphRun picture;
+            picture.setRawFont(font);
+            picture.setGlyphIndexes({glyphs[index]});
+            picture.setPositions({position});
+            m_pictures.push_back(picture);
+        }
+    }
+}
+
+void TextBlock::draw(QPainter &painter, QPointF topLeft, const TextPaint &paint) const
+{
+    painter.save();
+    painter.translate(topLeft);
+    painter.scale(m_font.scale, m_font.scale);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.fillPath(m_outlines, paint.fill);
+    painter.setPen(paint.fill); // its alpha fades the pictures
+    for (const QGlyphRun &picture : m_pictures)
+        painter.drawGlyphRun({0, 0}, picture);
+    if (paint.outlineWidth > 0) {
+        const double width = paint.outlineWidth / 100 * m_font.face.pixelSize();
+        painter.strokePath(m_outlines,
+                           QPen(paint.outline, width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+    }
+    painter.restore();
+}
+
+} // namespace tessara

@@ -1,0 +1,51 @@
+// A piece of text, shaped and laid out.
+#pragma once
+
+#include <QColor>
+#include <QGlyphRun>
+#include <QPainterPath>
+#include <QString>
+
+#include "Models/FontResolution.h"
+#include "Models/LayerEnums.h"
+
+#include <optional>
+#include <vector>
+
+class QPainter;
+
+namespace tessara {
+
+/// Filled, and where the outline's width is above 0 stroked over the fill.
+struct TextPaint
+{
+    QColor fill;
+    QColor outline;
+    double outlineWidth = 0; // percent of the font size, centred on the glyphs' edges
+};
+
+/// Lines of text with their glyphs as outlines, so that a size, a slide or a scale of any fraction
+/// shows the same letters. Bitmap glyphs (colour emoji) are drawn as pictures and have no outline.
+class TextBlock
+{
+public:
+    /// Without `wrapWidth` the text keeps its own line breaks and never wraps.
+    TextBlock(const QString &text, const SizedFont &font,
+              TextLayerHorizontalAlignment alignment = TextLayerHorizontalAlignment::leading,
+              std::optional<double> wrapWidth = {});
+
+    /// The widest line by the height of all lines, the font's leading included, in canvas units.
+    QSizeF size() const { return m_size; }
+    /// `topLeft` is that of the first line's box.
+    void draw(QPainter &painter, QPointF topLeft, const TextPaint &paint) const;
+
+private:
+    void placeGlyphRun(const QGlyphRun &run, QPointF origin);
+
+    SizedFont m_font;
+    QSizeF m_size;
+    QPainterPath m_outlines; // at the face's own size, from the block's top left corner
+    std::vector<QGlyphRun> m_pictures;
+};
+
+} // namespace tessara

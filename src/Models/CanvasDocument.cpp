@@ -445,6 +445,22 @@ void CanvasDocument::removeCue(const QUuid &id)
         emit cueTargetsChanged();
 }
 
+void CanvasDocument::setCueTargets(const QMap<QUuid, bool> &targets)
+{
+    if (replaceValue(m_cueTargets, targets))
+        emit cueTargetsChanged();
+}
+
+void CanvasDocument::setLayerRunSettings(const QMap<QUuid, LayerRunSettings> &settings)
+{
+    m_takes.replaceRunSettings(settings);
+}
+
+void CanvasDocument::setLayerVisibility(const QMap<QUuid, double> &visibility)
+{
+    m_takes.replaceVisibility(visibility);
+}
+
 void CanvasDocument::requestTake(const QUuid &id, bool onAir, TakeOptions options)
 {
     removeCue(id);

@@ -40,12 +40,13 @@ class CanvasDocument : public QObject
     /// The canvas is collecting points for a free shape.
     TESSARA_OBSERVABLE(bool, isDrawingCustomShape, setIsDrawingCustomShape, false)
     /// What the next take will do to the cued layers: true puts one on air.
-    Q_PROPERTY(QMap<QUuid, bool> cueTargets READ cueTargets NOTIFY cueTargetsChanged FINAL)
-    Q_PROPERTY(QMap<QUuid, tessara::LayerRunSettings> layerRunSettings READ layerRunSettings NOTIFY
-                   layerRunSettingsChanged FINAL)
+    Q_PROPERTY(QMap<QUuid, bool> cueTargets READ cueTargets WRITE setCueTargets NOTIFY
+                   cueTargetsChanged FINAL)
+    Q_PROPERTY(QMap<QUuid, tessara::LayerRunSettings> layerRunSettings READ layerRunSettings WRITE
+                   setLayerRunSettings NOTIFY layerRunSettingsChanged FINAL)
     /// 0 to 1, moved by a running take.
-    Q_PROPERTY(QMap<QUuid, double> layerVisibility READ layerVisibility NOTIFY
-                   layerVisibilityChanged FINAL)
+    Q_PROPERTY(QMap<QUuid, double> layerVisibility READ layerVisibility WRITE setLayerVisibility
+                   NOTIFY layerVisibilityChanged FINAL)
     Q_PROPERTY(QMap<QUuid, QString> presetGroupNames READ presetGroupNames NOTIFY
                    presetGroupsChanged FINAL)
 
@@ -152,6 +153,10 @@ public:
 
     const QMap<QUuid, bool> &cueTargets() const { return m_cueTargets; }
     const QMap<QUuid, LayerRunSettings> &layerRunSettings() const { return m_takes.runSettings(); }
+    /// These replace a map as a whole.
+    void setCueTargets(const QMap<QUuid, bool> &targets);
+    void setLayerRunSettings(const QMap<QUuid, LayerRunSettings> &settings);
+    void setLayerVisibility(const QMap<QUuid, double> &visibility);
     LayerRunSettings runSettings(const QUuid &id) const { return m_takes.runSettings(id); }
     const QMap<QUuid, double> &layerVisibility() const { return m_takes.visibility(); }
     LayerTakes &takes() { return m_takes; }

@@ -213,6 +213,22 @@ void LayerTakes::setVisibility(const QUuid &id, double value)
     emit m_document.layerVisibilityChanged();
 }
 
+void LayerTakes::replaceVisibility(const QMap<QUuid, double> &visibility)
+{
+    const QMap<QUuid, double> old = std::exchange(m_visibility, visibility);
+    if (old == visibility)
+        return;
+    for (const QUuid &id : m_document.layerOrder())
+        emit m_document.visibilityChanged(id);
+    emit m_document.layerVisibilityChanged();
+}
+
+void LayerTakes::replaceRunSettings(const QMap<QUuid, LayerRunSettings> &settings)
+{
+    if (replaceValue(m_runSettings, settings))
+        emit m_document.layerRunSettingsChanged();
+}
+
 double LayerTakes::effectiveVisibility(const QUuid &id, bool isHidden) const
 {
     return unit(m_visibility.value(id, isHidden ? 0 : 1));

@@ -52,8 +52,10 @@ public:
     void setAutoOutDuration(const QUuid &id, double seconds);
 
     const QMap<QUuid, double> &visibility() const { return m_visibility; }
-    /// Written past the engine, as scripts and tests may; a running take writes over it.
+    /// These write past the engine, as scripts and tests may; a running take writes over it.
     void setVisibility(const QUuid &id, double value);
+    void replaceVisibility(const QMap<QUuid, double> &visibility);
+    void replaceRunSettings(const QMap<QUuid, LayerRunSettings> &settings);
     /// 0 to 1.
     double effectiveVisibility(const QUuid &id, bool isHidden) const;
     /// How far a preset reveal has still to slide, y downward, in canvas units.

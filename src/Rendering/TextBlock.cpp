@@ -14,6 +14,7 @@ QTextOption textOption(bool wraps)
 {
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
     option.setWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+    option.setTextDirection(Qt::LayoutDirectionAuto);
     option.setUseDesignMetrics(true);
     if (!wraps)
         option.setFlags(QTextOption::IncludeTrailingSpaces);
@@ -95,12 +96,9 @@ void TextBlock::placeGlyphRun(const QGlyphRun &run, QPointF origin)
         const QPainterPath outline = font.pathForGlyph(glyphs[index]);
         if (!outline.isEmpty()) {
             m_outlines.addPath(outline.translated(position));
-        } else if (!font.boundingRect(glyphs[index]).isEmpty()) {
-            QGlyphRun picture;
-            picture.setRawFont(font);
-            picture.setGlyphIndexes({glyphs[index]});
-            picture.setPositions({position});
-            m_pictures.push_back(picture);
+        } else if (const QRectF box = font.boundingRect(glyphs[index]); !box.isEmpty()) {
+            m_pictures.push_back({font.alphaMapForGlyph(glyphs[index], QRawFont::PixelAntialiasing),
+                                  box.translated(position)});
         }
     }
 }
@@ -113,15 +111,23 @@ void TextBlock::draw(QPainter &painter, QPointF topLeft, const TextPaint &paint)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.fillPath(m_outlines, paint.fill);
-    painter.setPen(paint.fill); // its alpha fades the pictures
-    for (const QGlyphRun &picture : m_pictures)
-        painter.drawGlyphRun({0, 0}, picture);
+    drawPictures(painter, paint.fill.alphaF());
     if (paint.outlineWidth > 0) {
         const double width = paint.outlineWidth / 100 * m_font.face.pixelSize();
         painter.strokePath(m_outlines,
                            QPen(paint.outline, width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
     }
     painter.restore();
+}
+
+// Their colours are their own; only the alpha of the fill reaches them.
+void TextBlock::drawPictures(QPainter &painter, double alpha) const
+{
+    const double opacity = painter.opacity();
+    painter.setOpacity(opacity * alpha);
+    for (const PictureGlyph &picture : m_pictures)
+        painter.drawImage(picture.box, picture.image, picture.image.rect());
+    painter.setOpacity(opacity);
 }
 
 } // namespace tessara

@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QGlyphRun>
+#include <QImage>
 #include <QPainterPath>
 #include <QString>
 
@@ -41,11 +42,18 @@ public:
 
 private:
     void placeGlyphRun(const QGlyphRun &run, QPointF origin);
+    void drawPictures(QPainter &painter, double alpha) const;
+
+    struct PictureGlyph
+    {
+        QImage image;
+        QRectF box; // at the face's own size
+    };
 
     SizedFont m_font;
     QSizeF m_size;
     QPainterPath m_outlines; // at the face's own size, from the block's top left corner
-    std::vector<QGlyphRun> m_pictures;
+    std::vector<PictureGlyph> m_pictures;
 };
 
 } // namespace tessara

@@ -25,7 +25,8 @@ struct TessaraVirtualCardLimits
     const uint32_t *formats; // pixel formats, null for no limit
     int32_t formatCount;
     bool allowsKeying;
-    int32_t rowBytes; // 0 for what the format needs
+    int32_t rowBytes;    // 0 for what the format needs
+    bool acceptsAnySize; // frames of another size than the mode's
 };
 
 // Counts and times since the output was last enabled.

@@ -134,7 +134,8 @@ bool VirtualCard::limit(int device, const VirtualCardLimits &limits) const
                                           limits.formats ? formats.data() : nullptr,
                                           qint32(formats.size()),
                                           limits.keying,
-                                          limits.rowBytes};
+                                          limits.rowBytes,
+                                          limits.acceptsAnySize};
     return m_instruments->limit(device, &record);
 }
 

@@ -54,7 +54,8 @@ struct VirtualCardLimits
     std::optional<QStringList> modes;   // by name
     std::optional<QStringList> formats; // "BGRA", "ARGB", "2vuy"
     bool keying = true;
-    int rowBytes = 0; // 0: as the format needs
+    int rowBytes = 0;            // 0: as the format needs
+    bool acceptsAnySize = false; // frames of another size than the mode's
 };
 
 /// The bytes of one frame as they were sent.

@@ -1,0 +1,85 @@
+#include "virtual-card/Card.h"
+
+#include <algorithm>
+
+namespace tessara::virtualcard {
+namespace {
+
+// A process that ends leaves no frames behind.
+struct FinalClose
+{
+    ~FinalClose() { Card::instance().close(); }
+};
+
+} // namespace
+
+Card &Card::instance()
+{
+    // Never destroyed: the program may let go of its last objects later than this library.
+    static Card *card = new Card;
+    static const FinalClose finalClose;
+    return *card;
+}
+
+Card::Card()
+    : m_channel(defaultChannel())
+{
+    m_devices.emplace_back(0, "Virtual Card 1", true);
+    m_devices.emplace_back(1, "Virtual Card 2", false);
+}
+
+int Card::pluggedDeviceFrom(int index)
+{
+    const std::lock_guard guard(m_mutex);
+    while (hasDevice(index) && !m_devices[std::size_t(index)].isPlugged())
+        ++index;
+    return hasDevice(index) ? index : noDevice;
+}
+
+bool Card::refuses(int device, std::string_view call)
+{
+    const std::lock_guard guard(m_mutex);
+    const bool isGone = hasDevice(device) && !m_devices[std::size_t(device)].isPlugged();
+    return m_calls.takeFailure(device, call) || isGone;
+}
+
+bool Card::fail(int device, std::string_view call, int times)
+{
+    const std::lock_guard guard(m_mutex);
+    return (device == noDevice || hasDevice(device)) && m_calls.fail(device, call, times);
+}
+
+bool Card::setChannel(std::string_view name)
+{
+    const std::lock_guard guard(m_mutex);
+    if (!isChannelName(name) || std::ranges::any_of(m_devices, &Device::isEnabled))
+        return false;
+    m_channel = name;
+    std::ranges::for_each(m_devices, &Device::close);
+    return true;
+}
+
+std::string Card::channel()
+{
+    const std::lock_guard guard(m_mutex);
+    return m_channel;
+}
+
+void Card::reset()
+{
+    const std::lock_guard guard(m_mutex);
+    m_calls.clear();
+    m_version = ownVersion;
+    for (Device &device : m_devices) {
+        device.setLimits({});
+        device.plug();
+    }
+}
+
+void Card::close()
+{
+    const std::lock_guard guard(m_mutex);
+    std::ranges::for_each(m_devices, &Device::close);
+}
+
+} // namespace tessara::virtualcard

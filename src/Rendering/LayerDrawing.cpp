@@ -38,6 +38,30 @@ double boxedTextTop(double boxBottom, double boxHeight, double textHeight)
     return boxBottom - lift - std::max(boxHeight, textHeight);
 }
 
+// How much of a line stands before its anchor.
+double anchorShare(TextLayerHorizontalAlignment alignment)
+{
+    switch (alignment) {
+    case TextLayerHorizontalAlignment::leading:
+        return 0;
+    case TextLayerHorizontalAlignment::center:
+        return 0.5;
+    case TextLayerHorizontalAlignment::trailing:
+        return 1;
+    }
+    Q_UNREACHABLE();
+}
+
+QRectF textBounds(const TextLayer &layer)
+{
+    if (const std::optional<QSizeF> box = layer.textBoxSize())
+        return {layer.position(), box->expandedTo({1, 1})};
+    const QSizeF size =
+        TextBlock(layer.text(), layer.resolvedFont(layer.fontSize(), QFont::DemiBold)).size();
+    const double left = size.width() * anchorShare(layer.horizontalAlignment());
+    return {layer.position() - QPointF(left, 0), size};
+}
+
 void drawText(QPainter &painter, const CanvasDocument &document, const TextLayer &layer,
               double runOpacity)
 {
@@ -56,10 +80,8 @@ void drawText(QPainter &painter, const CanvasDocument &document, const TextLayer
         wrapped.draw(painter, {anchor.x(), top}, paint);
         return;
     }
-    const double share = alignment == TextLayerHorizontalAlignment::center     ? 0.5
-                         : alignment == TextLayerHorizontalAlignment::trailing ? 1
-                                                                               : 0;
-    line.draw(painter, {anchor.x() - line.size().width() * share, anchor.y()}, paint);
+    const double left = line.size().width() * anchorShare(alignment);
+    line.draw(painter, {anchor.x() - left, anchor.y()}, paint);
 }
 
 void drawImage(QPainter &painter, const CanvasDocument &document, const ImageLayer &layer,
@@ -120,6 +142,13 @@ double runOpacity(const CanvasDocument &document, const CanvasLayerItem &item)
     const double visibility =
         unit(document.layerVisibility().value(layer->id(), layer->isHidden() ? 0 : 1));
     return visibility > LayerTakes::leastVisibility ? visibility : 0;
+}
+
+QRectF drawnBounds(const CanvasLayerItem &item)
+{
+    return std::visit(Overloaded{[](const TextLayer *text) { return textBounds(*text); },
+                                 [](const SizedLayer *layer) { return layer->frame(); }},
+                      item);
 }
 
 void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,

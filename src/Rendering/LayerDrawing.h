@@ -17,6 +17,9 @@ enum class DrawingStyle {
 /// How much of a layer is to be seen: 0 to 1, and 0 for one that isn't drawn at all.
 double runOpacity(const CanvasDocument &document, const CanvasLayerItem &item);
 
+/// The box that a layer takes up at rest, in canvas coordinates: a text's is measured.
+QRectF drawnBounds(const CanvasLayerItem &item);
+
 /// Paints in canvas coordinates. Web pages, 3D models and captured windows are live views and have no
 /// drawing: they leave no hole, and what lies under them shows.
 void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,

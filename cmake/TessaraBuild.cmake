@@ -5,7 +5,7 @@ set(TESSARA_MODULES Base Models Rendering DeckLink Core Automation UI)
 
 add_library(tessara_options INTERFACE)
 target_compile_options(tessara_options INTERFACE
-    -Wall -Wextra -Werror -Wshadow=local -Woverloaded-virtual -Werror=switch -fno-math-errno)
+    -Wall -Wextra -Werror -Woverloaded-virtual -Werror=switch -fno-math-errno)
 if(TESSARA_SANITIZE)
     target_compile_options(tessara_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -27,6 +27,9 @@ function(tessara_module NAME)
     qt_add_library(Tessara${NAME} STATIC ${ARG_SOURCES})
     target_include_directories(Tessara${NAME} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_link_libraries(Tessara${NAME} PUBLIC tessara_options tl::expected)
+    if(NOT NAME STREQUAL UI) # the code that Qt makes of QML shadows freely
+        target_compile_options(Tessara${NAME} PRIVATE -Wshadow=local)
+    endif()
     foreach(used IN LISTS ARG_USES)
         target_link_libraries(Tessara${NAME} PUBLIC Tessara${used})
     endforeach()

@@ -19,6 +19,7 @@ public:
 
 private:
     int m_file = -1;
+    std::string m_name;
 };
 
 } // namespace tessara::virtualcard

@@ -51,8 +51,8 @@ struct VirtualCardFrames
 /// What a device allows; what is absent is not limited.
 struct VirtualCardLimits
 {
-    std::optional<QStringList> modes;   // by name
-    std::optional<QStringList> formats; // "BGRA", "ARGB", "2vuy"
+    std::optional<QStringList> modes = std::nullopt;   // by name
+    std::optional<QStringList> formats = std::nullopt; // "BGRA", "ARGB", "2vuy"
     bool keying = true;
     int rowBytes = 0;            // 0: as the format needs
     bool acceptsAnySize = false; // frames of another size than the mode's

@@ -1,0 +1,4 @@
+extern "C" __attribute__((visibility("default"))) void *CreateDeckLinkIteratorInstance_0002()
+{
+    return nullptr;
+}

@@ -1,0 +1,51 @@
+// The selected layer's properties, as the inspector binds to them.
+#pragma once
+
+#include <QPointer>
+#include <QQmlPropertyMap>
+
+#include "Models/CanvasDocument.h"
+
+namespace tessara {
+
+/// One entry for each property of the selected layer, under its own name: colours as QML colours,
+/// enumerations by the names of their cases, absent values as undefined. A written entry goes to the
+/// layer, and every change of the layer comes back. Beside them stand "kindName" (empty with no
+/// selection or several), "transitionStyle", "dissolveDuration", "autoOutDuration", "isOnAir",
+/// "typeIcon" and "typeText".
+class LayerEditor : public QQmlPropertyMap
+{
+    Q_OBJECT
+
+public:
+    explicit LayerEditor(CanvasDocument &document);
+
+    /// For countdowns.
+    Q_INVOKABLE void startCountdown();
+    Q_INVOKABLE void pauseCountdown();
+    Q_INVOKABLE void resetCountdown();
+    Q_INVOKABLE void setCountdownTime(double seconds);
+    Q_INVOKABLE void setPosition(double x, double y);
+    /// A locked aspect ratio holds: the other side follows the one that is given.
+    Q_INVOKABLE void setWidth(double width);
+    Q_INVOKABLE void setHeight(double height);
+    Q_INVOKABLE void setAspectRatioLocked(bool locked);
+
+protected:
+    QVariant updateValue(const QString &key, const QVariant &input) override;
+
+private:
+    void follow();
+    void readAll();
+    void readRunSettings();
+    void publish(const QString &key, const QVariant &value);
+    CountdownLayer *countdown() const;
+    bool writeRunSetting(const QString &key, const QVariant &input);
+    void setSize(QSizeF size);
+    double keptRatio() const;
+
+    CanvasDocument &m_document;
+    QPointer<Layer> m_layer;
+};
+
+} // namespace tessara

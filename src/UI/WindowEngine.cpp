@@ -1,0 +1,44 @@
+#include "UI/WindowEngine.h"
+
+#include "Rendering/ApplicationFonts.h"
+#include "UI/IconProvider.h"
+
+#include <QQuickStyle>
+#include <QSurfaceFormat>
+
+static void initialiseIconResource()
+{
+    Q_INIT_RESOURCE(icons);
+}
+
+namespace tessara {
+
+void preparePlatform()
+{
+    // The main thread waits for the last frame to be swapped: a swap that waits for the display would
+    // take that time from the output.
+    QSurfaceFormat format = QSurfaceFormat::defaultFormat();
+    format.setSwapInterval(0);
+    QSurfaceFormat::setDefaultFormat(format);
+    if (!qEnvironmentVariableIsSet("QSG_RENDER_LOOP"))
+        qputenv("QSG_RENDER_LOOP", "threaded");
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+}
+
+WindowEngine::WindowEngine()
+{
+    initialiseIconResource();
+    loadApplicationFonts();
+    addImportPath(QStringLiteral("qrc:/qt/qml"));
+    addImageProvider(QStringLiteral("icons"), new IconProvider);
+}
+
+bool WindowEngine::show(const QString &name, const QVariantMap &properties)
+{
+    setInitialProperties(properties);
+    const qsizetype before = rootObjects().size();
+    load(QUrl(QStringLiteral("qrc:/qt/qml/Tessara/%1.qml").arg(name)));
+    return rootObjects().size() > before;
+}
+
+} // namespace tessara

@@ -1,0 +1,22 @@
+// A QML engine with everything that our windows use.
+#pragma once
+
+#include <QQmlApplicationEngine>
+
+namespace tessara {
+
+/// Before the application object: what the windows want of the platform.
+void preparePlatform();
+
+class WindowEngine : public QQmlApplicationEngine
+{
+    Q_OBJECT
+
+public:
+    WindowEngine();
+
+    /// Loads a window of the module "Tessara" by the name of its file; false if it could not.
+    [[nodiscard]] bool show(const QString &name, const QVariantMap &properties);
+};
+
+} // namespace tessara

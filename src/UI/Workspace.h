@@ -1,0 +1,66 @@
+// What the main window works on.
+#pragma once
+
+#include "UI/LayerEditor.h"
+#include "UI/LayerListModel.h"
+#include "UI/OutputModel.h"
+
+#include <QtQml/qqmlregistration.h>
+
+namespace tessara {
+
+class AppState;
+
+/// The models of one main window, and the operations of its buttons.
+class Workspace : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The program makes it")
+    Q_PROPERTY(tessara::LayerListModel *layers READ layers CONSTANT FINAL)
+    Q_PROPERTY(QObject *editor READ editor CONSTANT FINAL)
+    Q_PROPERTY(tessara::OutputModel *output READ output CONSTANT FINAL)
+    /// What is shown here is seen by others now.
+    Q_PROPERTY(bool isLive READ isLive NOTIFY isLiveChanged FINAL)
+    Q_PROPERTY(QSizeF canvasSize READ canvasSize NOTIFY canvasSizeChanged FINAL)
+    /// Why the last picture could not be added; empty when it could.
+    Q_PROPERTY(QString pictureError READ pictureError NOTIFY pictureErrorChanged FINAL)
+    /// The shapes to choose from, as [{name, label, icon}].
+    Q_PROPERTY(QVariantList shapeKinds READ shapeKinds CONSTANT FINAL)
+
+public:
+    explicit Workspace(AppState &app);
+
+    AppState &app() const { return m_app; }
+    LayerListModel *layers() { return &m_layers; }
+    QObject *editor() { return &m_editor; }
+    OutputModel *output() { return &m_output; }
+    bool isLive() const;
+    QSizeF canvasSize() const;
+    QString pictureError() const { return m_pictureError; }
+    QVariantList shapeKinds() const;
+
+    Q_INVOKABLE void addTitle();
+    Q_INVOKABLE void addShape(const QString &kind);
+    Q_INVOKABLE void addPicture(const QUrl &url);
+    Q_INVOKABLE void addCountdown();
+    Q_INVOKABLE void addClock();
+    Q_INVOKABLE void removeSelected();
+    Q_INVOKABLE void dismissPictureError();
+
+signals:
+    void isLiveChanged();
+    void canvasSizeChanged();
+    void pictureErrorChanged();
+
+private:
+    void setPictureError(const QString &error);
+
+    AppState &m_app;
+    LayerListModel m_layers;
+    LayerEditor m_editor;
+    OutputModel m_output;
+    QString m_pictureError;
+};
+
+} // namespace tessara

@@ -1,0 +1,115 @@
+// The properties of the selected layer; how it is taken stays pinned at the bottom.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tessara
+
+Rectangle {
+    id: root
+
+    required property Workspace workspace
+
+    readonly property var editor: workspace.editor
+    readonly property string kind: editor.kindName
+    readonly property bool isEdited: kind !== "" && !editor.isLocked
+
+    color: TS.bg1
+
+    function panelFor(kindName) {
+        switch (kindName) {
+        case "text": return textPanel
+        case "image": return imagePanel
+        case "shape": return shapePanel
+        case "countdown": return countdownPanel
+        default: return null
+        }
+    }
+
+    Component { id: textPanel; TextInspector { editor: root.editor } }
+    Component { id: imagePanel; ImageInspector { editor: root.editor } }
+    Component { id: shapePanel; ShapeInspector { editor: root.editor; workspace: root.workspace } }
+    Component { id: countdownPanel; CountdownInspector { editor: root.editor; workspace: root.workspace } }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Rectangle { // each keystroke is seen
+            Layout.fillWidth: true
+            implicitHeight: 3
+            color: root.editor.isOnAir && root.workspace.isLive ? TS.onAir : "transparent"
+        }
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.preferredHeight: 41
+            Layout.leftMargin: TS.panelPadding
+            Layout.rightMargin: TS.panelPadding
+            spacing: 10
+            TSText { Layout.fillWidth: true; text: qsTr("INSPECTOR"); font: TS.heading; color: TS.labelSub }
+            TSPillBadge {
+                visible: root.editor.isOnAir === true
+                text: qsTr("ON AIR")
+                look: root.workspace.isLive ? "air" : "hollowAir"
+            }
+        }
+        TSDivider { isZone: true }
+        Flickable {
+            id: scroller
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            visible: root.isEdited
+            clip: true
+            contentHeight: panels.implicitHeight + 16
+            boundsBehavior: Flickable.StopAtBounds
+            ScrollBar.vertical: ScrollBar {}
+
+            ColumnLayout {
+                id: panels
+
+                x: TS.panelPadding
+                y: TS.gap
+                width: scroller.width - 2 * TS.panelPadding
+                spacing: 2
+
+                TSFieldRow {
+                    label: qsTr("Name")
+                    TSTextField {
+                        objectName: "nameField"
+                        Layout.fillWidth: true
+                        value: root.editor.name ?? ""
+                        Accessible.name: qsTr("Name")
+                        onEdited: (text) => root.editor.name = text
+                    }
+                }
+                TSDivider {}
+                Loader {
+                    Layout.fillWidth: true
+                    sourceComponent: root.isEdited ? root.panelFor(root.kind) : null
+                }
+                TSDivider {}
+                TSSectionHeader { text: qsTr("Position") }
+                TSNumberPair {
+                    firstLabel: "X"
+                    secondLabel: "Y"
+                    first: root.editor.position?.x ?? 0
+                    second: root.editor.position?.y ?? 0
+                    onFirstEdited: (value) => root.editor.setPosition(value, second)
+                    onSecondEdited: (value) => root.editor.setPosition(first, value)
+                }
+            }
+        }
+        EmptyInspector {
+            visible: !root.isEdited
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            isLocked: root.kind !== "" && root.editor.isLocked
+            selectionCount: root.editor.selectionCount ?? 0
+        }
+        RunBlock {
+            visible: root.kind !== ""
+            Layout.fillWidth: true
+            editor: root.editor
+        }
+    }
+}

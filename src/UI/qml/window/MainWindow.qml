@@ -1,0 +1,76 @@
+// The application's window.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tessara
+
+ApplicationWindow {
+    id: root
+
+    required property Workspace workspace
+
+    width: 1280
+    height: 800
+    minimumWidth: 1120
+    minimumHeight: 680
+    visible: true
+    title: qsTr("Tessara")
+    color: TS.bg1
+    font: TS.body
+
+    readonly property bool isWide: width >= 1440
+
+    Shortcut {
+        sequences: [StandardKey.Delete, "Backspace"]
+        enabled: !(root.activeFocusItem instanceof TextInput) && !(root.activeFocusItem instanceof TextEdit)
+        onActivated: root.workspace.removeSelected()
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        TitleBar { Layout.fillWidth: true }
+        TSDivider { isZone: true }
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            spacing: 0
+
+            LayersPanel {
+                Layout.preferredWidth: root.isWide ? 296 : 280
+                Layout.fillHeight: true
+                workspace: root.workspace
+            }
+            Rectangle { Layout.fillHeight: true; implicitWidth: 1; color: TS.border }
+            CanvasArea {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                workspace: root.workspace
+                margin: root.isWide ? 32 : 24
+            }
+            Rectangle { Layout.fillHeight: true; implicitWidth: 1; color: TS.border }
+            Inspector {
+                Layout.preferredWidth: root.isWide ? 320 : 304
+                Layout.fillHeight: true
+                workspace: root.workspace
+            }
+        }
+        TSDivider { isZone: true }
+        StatusBar {
+            id: statusBar
+
+            Layout.fillWidth: true
+            output: root.workspace.output
+            onSheetRequested: outputSheet.open()
+        }
+    }
+
+    OutputSheet {
+        id: outputSheet
+
+        output: root.workspace.output
+        room: Qt.rect(0, 0, root.width, root.height - statusBar.height)
+        onClosed: statusBar.focusOutputButton()
+    }
+}

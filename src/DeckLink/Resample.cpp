@@ -52,13 +52,32 @@ Taps tapsFor(int target, int sourceLength, int targetLength)
     return taps;
 }
 
-std::vector<Taps> tapsForAll(int sourceLength, int targetLength)
+/// All taps of one direction, equally many for each target pixel so that loops know their length.
+struct Filter
 {
-    std::vector<Taps> taps;
-    taps.reserve(std::size_t(targetLength));
-    for (int target = 0; target < targetLength; ++target)
-        taps.push_back(tapsFor(target, sourceLength, targetLength));
-    return taps;
+    int tapCount = 0;
+    std::vector<int> first;
+    std::vector<float> weights; // tapCount for each target pixel, unused ones are 0
+};
+
+Filter filterFor(int sourceLength, int targetLength)
+{
+    std::vector<Taps> all;
+    Filter filter;
+    for (int target = 0; target < targetLength; ++target) {
+        all.push_back(tapsFor(target, sourceLength, targetLength));
+        filter.tapCount = std::max(filter.tapCount, int(all.back().weights.size()));
+    }
+    filter.weights.resize(std::size_t(targetLength) * std::size_t(filter.tapCount));
+    auto place = filter.weights.begin();
+    for (const Taps &taps : all) {
+        // Never beyond the last source pixel, not even with a weight of 0.
+        const int first = std::min(taps.first, sourceLength - filter.tapCount);
+        std::ranges::copy(taps.weights, place + (taps.first - first));
+        filter.first.push_back(first);
+        place += filter.tapCount;
+    }
+    return filter;
 }
 
 TESSARA_VECTOR_CLONES
@@ -96,20 +115,34 @@ void filterVertically(SourceRows source, const Taps &taps, std::vector<float> &r
 // Four channels in one register.
 using Pixel = float __attribute__((vector_size(16)));
 
-void filterHorizontally(const std::vector<float> &row, const std::vector<Taps> &columns,
-                        float *target)
+template <int knownTapCount>
+void filterHorizontally(const float *row, const Filter &filter, float *target)
 {
-    for (const Taps &taps : columns) {
-        const float *source = row.data() + qsizetype(taps.first) * channels;
+    const int tapCount = knownTapCount > 0 ? knownTapCount : filter.tapCount;
+    const float *weight = filter.weights.data();
+    for (const int first : filter.first) {
+        const float *source = row + qsizetype(first) * channels;
         Pixel sum = {};
-        for (const float weight : taps.weights) {
+        for (int tap = 0; tap < tapCount; ++tap) {
             Pixel pixel;
-            std::memcpy(&pixel, source, sizeof pixel);
-            sum += weight * pixel;
-            source += channels;
+            std::memcpy(&pixel, source + tap * channels, sizeof pixel);
+            sum += weight[tap] * pixel;
         }
         std::memcpy(target, &sum, sizeof sum);
         target += channels;
+        weight += tapCount;
+    }
+}
+
+void filterHorizontally(const float *row, const Filter &filter, float *target)
+{
+    switch (filter.tapCount) {
+    case 4: // when enlarging
+        return filterHorizontally<4>(row, filter, target);
+    case 8: // to one half
+        return filterHorizontally<8>(row, filter, target);
+    default:
+        return filterHorizontally<0>(row, filter, target);
     }
 }
 
@@ -135,12 +168,12 @@ void storeRow(const float *__restrict row, quint8 *__restrict target, qsizetype 
 // rows, where vector units are at their best, does the heavier part when shrinking.
 void resample(SourceRows source, QSize sourceSize, TargetRows target, QSize targetSize)
 {
-    const std::vector<Taps> columns = tapsForAll(sourceSize.width(), targetSize.width());
+    const Filter columns = filterFor(sourceSize.width(), targetSize.width());
     std::vector<float> row(std::size_t(sourceSize.width()) * channels);
     std::vector<float> result(std::size_t(targetSize.width()) * channels);
     for (int y = 0; y < targetSize.height(); ++y) {
         filterVertically(source, tapsFor(y, sourceSize.height(), targetSize.height()), row);
-        filterHorizontally(row, columns, result.data());
+        filterHorizontally(row.data(), columns, result.data());
         storeRow(result.data(), target.row(y), targetSize.width());
     }
 }

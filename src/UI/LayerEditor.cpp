@@ -1,6 +1,7 @@
 #include "UI/LayerEditor.h"
 
 #include "Base/RawString.h"
+#include "UI/KindLook.h"
 
 #include <QMetaProperty>
 
@@ -90,6 +91,7 @@ void LayerEditor::readAll()
             publish(QStringLiteral("aspectRatioLocked"), aspect->isAspectRatioLocked());
     }
     publish(QStringLiteral("isOnAir"), m_layer && m_document.takes().isOnAir(m_layer->id()));
+    publish(QStringLiteral("typeIcon"), item ? lookOf(*item).icon : QString());
     publish(QStringLiteral("kindName"), item ? kindName(*item) : QString());
 }
 

@@ -3,6 +3,8 @@
 #include "Models/CanvasDocument.h"
 #include "UI/LayerRecord.h"
 
+#include <QTimer>
+
 #include <algorithm>
 
 namespace tessara {
@@ -74,7 +76,8 @@ void LayerListModel::removeMissing(const QList<QUuid> &wanted)
         beginRemoveRows({}, row, row);
         LayerRecord *gone = m_records.takeAt(row);
         endRemoveRows();
-        gone->deleteLater(); // its row may be in one of its handlers
+        // The view lets go of a row a little after the row has gone.
+        QTimer::singleShot(std::chrono::seconds{1}, gone, &QObject::deleteLater);
     }
 }
 

@@ -1,39 +1,9 @@
 #include "UI/LayerRecord.h"
 
 #include "Models/CanvasDocument.h"
+#include "UI/KindLook.h"
 
 namespace tessara {
-
-namespace {
-
-struct KindLook
-{
-    const char *icon;
-    const char *typeText;
-    bool isLiveView = false;
-};
-
-KindLook lookOf(const CanvasLayerItem &item)
-{
-    return std::visit(
-        Overloaded{[](const TextLayer *text) {
-                       return text->fieldKind() == TemplateFieldKind::timer
-                                  ? KindLook{"clock-4", "TIMER"}
-                                  : KindLook{"type", "TEXT"};
-                   },
-                   [](const ImageLayer *) { return KindLook{"image", "IMAGE"}; },
-                   [](const ShapeLayer *) { return KindLook{"shapes", "SHAPE"}; },
-                   [](const ScoreLayer *) { return KindLook{"trophy", "SCORE"}; },
-                   [](const WebLayer *) { return KindLook{"globe", "WEB", true}; },
-                   [](const Model3DLayer *) { return KindLook{"box", "3D MODEL", true}; },
-                   [](const WindowCaptureLayer *) {
-                       return KindLook{"app-window", "WINDOW", true};
-                   },
-                   [](const CountdownLayer *) { return KindLook{"timer", "COUNTDOWN"}; }},
-        item);
-}
-
-} // namespace
 
 LayerRecord::LayerRecord(CanvasDocument &document, const QUuid &id)
     : m_document(document)
@@ -41,8 +11,8 @@ LayerRecord::LayerRecord(CanvasDocument &document, const QUuid &id)
 {
     if (const std::optional<CanvasLayerItem> item = document.layerItem(id)) {
         const KindLook look = lookOf(*item);
-        m_icon = QLatin1String(look.icon);
-        m_typeText = QLatin1String(look.typeText);
+        m_icon = look.icon;
+        m_typeText = look.typeText;
         m_isLiveView = look.isLiveView;
         m_kind = kindName(*item);
     }

@@ -29,8 +29,8 @@ AbstractButton {
     focusPolicy: Qt.TabFocus
     font: TS.button
     Accessible.name: text !== "" ? text : help
-    Keys.onReturnPressed: if (!isAir) click()
-    Keys.onEnterPressed: if (!isAir) click()
+    Keys.onReturnPressed: if (!isAir) clicked()
+    Keys.onEnterPressed: if (!isAir) clicked()
 
     background: Rectangle {
         radius: TS.radius

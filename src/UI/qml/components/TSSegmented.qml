@@ -45,8 +45,8 @@ FocusScope {
 
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 1
-                Layout.minimumWidth: implicitContentWidth + 10
+                Layout.preferredWidth: implicitContentWidth
+                Layout.minimumWidth: implicitContentWidth + 4
                 focusPolicy: isChosen ? Qt.TabFocus : Qt.NoFocus
                 hoverEnabled: true
                 text: modelData.label
@@ -75,7 +75,7 @@ FocusScope {
                     Row {
                         id: content
                         anchors.centerIn: parent
-                        spacing: 6
+                        spacing: 4
                         TSIcon {
                             visible: segment.modelData.icon !== undefined
                             anchors.verticalCenter: parent.verticalCenter

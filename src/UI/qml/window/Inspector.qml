@@ -45,6 +45,12 @@ Rectangle {
             Layout.leftMargin: TS.panelPadding
             Layout.rightMargin: TS.panelPadding
             spacing: 10
+            TSIcon {
+                visible: root.kind !== ""
+                name: root.editor.typeIcon ?? ""
+                color: TS.kindColors[root.kind] ?? TS.label
+                size: 17
+            }
             TSText { Layout.fillWidth: true; text: qsTr("INSPECTOR"); font: TS.heading; color: TS.labelSub }
             TSPillBadge {
                 visible: root.editor.isOnAir === true

@@ -2,6 +2,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import QtQuick.Templates as T
 import Tessara
 
 Popup {
@@ -20,7 +21,7 @@ Popup {
     closePolicy: Popup.CloseOnEscape
     onOpened: (output.isRunning ? closeButton : routing).forceActiveFocus(Qt.TabFocusReason)
 
-    Overlay.modal: Item {
+    T.Overlay.modal: Item {
         Rectangle { width: parent.width; height: root.room.height; color: TS.scrim }
     }
     background: Rectangle {
@@ -182,8 +183,14 @@ Popup {
             Rectangle {
                 Layout.fillHeight: true
                 implicitWidth: airButtons.implicitWidth + 40
-                color: TS.bg0
-                radius: TS.radiusSheet
+                color: "transparent"
+                Rectangle { // rounded where the sheet is
+                    anchors { fill: parent; rightMargin: 1; bottomMargin: 1 }
+                    radius: TS.radiusSheet - 1
+                    color: TS.bg0
+                    Rectangle { width: parent.width; height: parent.height / 2; color: TS.bg0 }
+                    Rectangle { width: parent.width / 2; height: parent.height; color: TS.bg0 }
+                }
                 Rectangle { width: 1; height: parent.height; color: TS.border }
                 RowLayout {
                     id: airButtons

@@ -8,7 +8,7 @@ Rectangle {
 
     required property var editor
 
-    implicitHeight: column.implicitHeight + 20
+    implicitHeight: column.implicitHeight + 24
     color: TS.bg2
 
     TSDivider { width: parent.width; isZone: true }

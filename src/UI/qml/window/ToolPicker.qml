@@ -67,8 +67,8 @@ Rectangle {
                     modelData.run()
                     root.isOpen = false
                 }
-                Keys.onReturnPressed: click()
-                Keys.onRightPressed: if (!modelData.run) click()
+                Keys.onReturnPressed: clicked()
+                Keys.onRightPressed: if (!modelData.run) clicked()
                 Keys.onUpPressed: if (index > 0) rows.itemAt(index - 1).forceActiveFocus(Qt.TabFocusReason)
                 Keys.onDownPressed: if (index + 1 < rows.count) rows.itemAt(index + 1).forceActiveFocus(Qt.TabFocusReason)
 

@@ -1,0 +1,71 @@
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include "Base/ManualClock.h"
+#include "Models/CanvasDocument.h"
+#include "UI/LayerListModel.h"
+#include "UI/LayerRecord.h"
+
+#include <gtest/gtest.h>
+
+namespace tessara {
+namespace {
+
+class LayerListModelTest : public testing::Test
+{
+protected:
+    QString nameAt(int row) const
+    {
+        const QVariant record = model.data(model.index(row), LayerListModel::RecordRole);
+        return record.value<LayerRecord *>()->name();
+    }
+
+    ManualClock clock;
+    CanvasDocument document{clock};
+    LayerListModel model{document};
+    QAbstractItemModelTester tester{&model};
+    QSignalSpy resets{&model, &QAbstractItemModel::modelReset};
+};
+
+TEST_F(LayerListModelTest, TheFrontMostLayerStandsFirst)
+{
+    document.addTextLayer();
+    document.addCountdownLayer();
+
+    ASSERT_EQ(model.count(), 2);
+    EXPECT_EQ(nameAt(0), QStringLiteral("Countdown 1"));
+    EXPECT_EQ(nameAt(1), QStringLiteral("Text 1"));
+}
+
+TEST_F(LayerListModelTest, RowsMoveAndGoWithoutAReset)
+{
+    const QUuid first = document.addTextLayer()->id();
+    const QUuid second = document.addTextLayer()->id();
+    const QUuid third = document.addTextLayer()->id();
+
+    document.reorderLayers({first, third, second});
+    EXPECT_EQ(nameAt(0), QStringLiteral("Text 1"));
+    EXPECT_EQ(nameAt(2), QStringLiteral("Text 2"));
+
+    document.removeLayer(third);
+    EXPECT_EQ(model.count(), 2);
+    EXPECT_EQ(resets.count(), 0);
+}
+
+TEST_F(LayerListModelTest, ATakeIsToldByItsOwnRowAlone)
+{
+    const QUuid taken = document.addTextLayer()->id();
+    const QUuid other = document.addTextLayer()->id();
+    QSignalSpy own(model.record(taken), &LayerRecord::changed);
+    QSignalSpy others(model.record(other), &LayerRecord::changed);
+
+    document.takeLayerOutNow(taken);
+    clock.advance(Seconds{0.1});
+
+    EXPECT_GT(own.count(), 3);
+    EXPECT_EQ(others.count(), 0);
+    EXPECT_LT(model.record(taken)->visibility(), 1);
+}
+
+} // namespace
+} // namespace tessara

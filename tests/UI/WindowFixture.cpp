@@ -1,0 +1,130 @@
+#include "UI/WindowFixture.h"
+
+#include "Core/VirtualCardChannel.h"
+#include "DeckLink/VirtualCard.h"
+
+#include <QDir>
+#include <QTest>
+
+namespace tessara {
+
+namespace {
+
+constexpr int patience = 5000; // ms
+
+// Delegates and popups hang in the tree of items alone, not in that of objects.
+QList<QQuickItem *> itemsBelow(const QQuickItem *root)
+{
+    QList<QQuickItem *> items;
+    for (QQuickItem *child : root->childItems())
+        items << child << itemsBelow(child);
+    return items;
+}
+
+} // namespace
+
+QString WindowFixture::s_pictures;
+
+WindowFixture::WindowFixture()
+{
+    prepareVirtualCard(support, CardPace::realTime);
+    app = std::make_unique<AppState>(clock, support);
+    workspace = std::make_unique<Workspace>(*app);
+    engine = std::make_unique<WindowEngine>();
+    document = app->document();
+    const bool isShown = engine->show(
+        QStringLiteral("MainWindow"),
+        {{QStringLiteral("workspace"), QVariant::fromValue(workspace.get())}});
+    EXPECT_TRUE(isShown);
+    window = qobject_cast<QQuickWindow *>(engine->rootObjects().value(0));
+    window->requestActivate();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(window));
+    settle();
+}
+
+WindowFixture::~WindowFixture()
+{
+    app->stopDeckLinkOutput();
+    if (const auto card = VirtualCard::find())
+        card->reset();
+    engine.reset();
+}
+
+QQuickItem *WindowFixture::item(const QString &name) const
+{
+    for (QQuickItem *candidate : itemsBelow(window->contentItem())) {
+        if (candidate->objectName() == name)
+            return candidate;
+    }
+    ADD_FAILURE() << "no item " << qPrintable(name);
+    return nullptr;
+}
+
+QList<QQuickItem *> WindowFixture::visibleItems() const
+{
+    QList<QQuickItem *> items = itemsBelow(window->contentItem());
+    items.removeIf([](const QQuickItem *candidate) { return !candidate->isVisible(); });
+    return items;
+}
+
+QQuickItem *WindowFixture::itemWithText(const QString &text) const
+{
+    for (QQuickItem *candidate : visibleItems()) {
+        if (candidate->property("text").toString() == text)
+            return candidate;
+    }
+    return nullptr;
+}
+
+void WindowFixture::click(QQuickItem *target, Qt::MouseButton button)
+{
+    ASSERT_TRUE(target);
+    ASSERT_TRUE(target->isVisible()) << qPrintable(target->objectName());
+    const QPointF middle = target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
+    QTest::mouseClick(window, button, {}, middle.toPoint());
+    settle();
+}
+
+void WindowFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(window, key, modifiers);
+    settle();
+}
+
+void WindowFixture::type(const QString &text)
+{
+    for (const QChar letter : text)
+        QTest::keyClick(window, letter.toLatin1());
+    settle();
+}
+
+bool WindowFixture::until(const std::function<bool()> &isSo) const
+{
+    return QTest::qWaitFor(isSo, patience);
+}
+
+// Menus and the tool picker open in steps; everything stands when no step is left.
+void WindowFixture::settle() const
+{
+    constexpr int longestMotion = 250; // ms
+    QTest::qWait(longestMotion);
+}
+
+void WindowFixture::keepPicture(const QString &name) const
+{
+    if (!s_pictures.isEmpty())
+        window->grabWindow().save(QDir(s_pictures).filePath(name + QStringLiteral(".png")));
+}
+
+void WindowFixture::openTools()
+{
+    click(item(QStringLiteral("toolButton")));
+}
+
+void WindowFixture::addTitle()
+{
+    openTools();
+    click(item(QStringLiteral("tool0")));
+}
+
+} // namespace tessara

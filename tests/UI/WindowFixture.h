@@ -1,0 +1,56 @@
+// A window of the application, and an operator's hands.
+#pragma once
+
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+
+#include "Base/RealClock.h"
+#include "Core/AppState.h"
+#include "UI/WindowEngine.h"
+#include "UI/Workspace.h"
+
+#include <gtest/gtest.h>
+
+namespace tessara {
+
+class WindowFixture : public testing::Test
+{
+public:
+    static void keepPicturesIn(const QString &directory) { s_pictures = directory; }
+
+protected:
+    WindowFixture();
+    ~WindowFixture() override;
+
+    /// The item of that object name; a test fails that finds none.
+    QQuickItem *item(const QString &name) const;
+    /// All items below the window that are to be seen.
+    QList<QQuickItem *> visibleItems() const;
+    QQuickItem *itemWithText(const QString &text) const;
+
+    void click(QQuickItem *target, Qt::MouseButton button = Qt::LeftButton);
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    void type(const QString &text);
+    /// Lets the window catch up until `isSo`, at most a few seconds.
+    bool until(const std::function<bool()> &isSo) const;
+    void settle() const;
+    void keepPicture(const QString &name) const;
+
+    void openTools();
+    void addTitle();
+
+    QTemporaryDir data;
+    ApplicationSupport support{data.path()};
+    RealClock clock;
+    std::unique_ptr<AppState> app;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<WindowEngine> engine;
+    QQuickWindow *window = nullptr;
+    CanvasDocument *document = nullptr;
+
+private:
+    static QString s_pictures;
+};
+
+} // namespace tessara

@@ -26,6 +26,24 @@ protected:
         ASSERT_TRUE(until([this] { return app->isDeckLinkOutputRunning(); }));
     }
 
+    double rightEdge(const QString &name) const
+    {
+        const QQuickItem *found = item(name);
+        return found->mapToScene(QPointF(found->width(), 0)).x();
+    }
+
+    void expectNothingClipped() const
+    {
+        for (QQuickItem *candidate : visibleItems()) {
+            const QString text = candidate->property("text").toString();
+            if (!candidate->inherits("QQuickText") || text.isEmpty())
+                continue;
+            EXPECT_FALSE(candidate->property("truncated").toBool()) << qPrintable(text);
+            EXPECT_LE(candidate->mapToScene(QPointF(candidate->width(), 0)).x(), window->width())
+                << qPrintable(text);
+        }
+    }
+
     QString outputText() const
     {
         return item(QStringLiteral("outputButton"))->property("text").toString();
@@ -170,6 +188,7 @@ TEST_F(MainWindowTest, StartingTheOutputTurnsTheAirMarksRed)
     EXPECT_TRUE(item(QStringLiteral("tallyTab"))->isVisible());
     EXPECT_TRUE(itemWithText(QStringLiteral("Output started")));
     ASSERT_TRUE(until([] { return VirtualCard::find()->frames(0)->sent > 5; }));
+    expectNothingClipped();
     keepPicture(QStringLiteral("on-air"));
 }
 
@@ -211,6 +230,7 @@ TEST_F(MainWindowTest, AFailureStandsInTheStatusBarAndTheRedIsGone)
               QStringLiteral("DisplayVideoFrameSync failed."));
     EXPECT_EQ(outputText(), QStringLiteral("DeckLink Output"));
     EXPECT_FALSE(item(QStringLiteral("tallyTab"))->isVisible());
+    expectNothingClipped();
     keepPicture(QStringLiteral("failure"));
 }
 
@@ -242,14 +262,8 @@ TEST_F(MainWindowTest, NothingIsClippedAtTheSmallestSize)
     addTitle();
     keepPicture(QStringLiteral("smallest"));
 
-    for (QQuickItem *candidate : visibleItems()) {
-        if (!candidate->inherits("QQuickText") || candidate->property("text").toString().isEmpty())
-            continue;
-        const bool isCut = candidate->property("truncated").toBool();
-        EXPECT_FALSE(isCut) << qPrintable(candidate->property("text").toString());
-        const double right = candidate->mapToScene(QPointF(candidate->width(), 0)).x();
-        EXPECT_LE(right, window->width()) << qPrintable(candidate->property("text").toString());
-    }
+    expectNothingClipped();
+    EXPECT_EQ(rightEdge(QStringLiteral("textContent")), rightEdge(QStringLiteral("nameField")));
 }
 
 TEST_F(MainWindowTest, TheCanvasShowsAShapeUpright)

@@ -19,7 +19,9 @@ TSFieldRow {
     }
     TSTextField {
         Layout.fillWidth: true
-        Layout.minimumWidth: 82
+        Layout.minimumWidth: 76
+        leftPadding: 7
+        rightPadding: 5
         value: root.hex
         maximumLength: 7
         Accessible.name: root.label + ", " + root.hex
@@ -32,7 +34,7 @@ TSFieldRow {
         }
     }
     TSTextField {
-        Layout.preferredWidth: 66
+        Layout.preferredWidth: 58
         alignRight: true
         unit: "%"
         value: Math.round(root.value.a * 100)

@@ -32,7 +32,7 @@ Rectangle {
         TSText {
             objectName: "statusMessage"
             visible: root.output.statusMessage !== ""
-            Layout.maximumWidth: implicitWidth
+            Layout.maximumWidth: Math.ceil(implicitWidth) + 1
             Layout.fillWidth: true
             text: root.output.statusMessage
             font: TS.hint
@@ -43,7 +43,7 @@ Rectangle {
         Rectangle {
             visible: root.output.fillError !== ""
             Layout.fillWidth: true
-            Layout.maximumWidth: failure.implicitWidth + 40
+            Layout.maximumWidth: Math.ceil(failure.implicitWidth) + 42
             implicitHeight: 28
             radius: TS.radius
             color: TS.warning

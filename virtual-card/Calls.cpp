@@ -49,17 +49,24 @@ bool Calls::fail(int device, std::string_view call, int times)
                            : std::span<const std::string_view>(callsOfADevice);
     if (times < 0 || std::ranges::find(known, call) == known.end())
         return false;
-    m_failures[{device, std::string(call)}] = times;
+    m_records[{device, std::string(call)}].failures = times;
     return true;
 }
 
-bool Calls::takeFailure(int device, std::string_view call)
+bool Calls::take(int device, std::string_view call)
 {
-    const auto failure = m_failures.find({device, std::string(call)});
-    if (failure == m_failures.end() || failure->second == 0)
+    Record &record = m_records[{device, std::string(call)}];
+    ++record.made;
+    if (record.failures == 0)
         return false;
-    --failure->second;
+    --record.failures;
     return true;
+}
+
+std::int64_t Calls::count(int device, std::string_view call) const
+{
+    const auto record = m_records.find({device, std::string(call)});
+    return record != m_records.end() ? record->second.made : 0;
 }
 
 } // namespace tessara::virtualcard

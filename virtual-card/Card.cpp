@@ -40,13 +40,19 @@ bool Card::refuses(int device, std::string_view call)
 {
     const std::lock_guard guard(m_mutex);
     const bool isGone = hasDevice(device) && !m_devices[std::size_t(device)].isPlugged();
-    return m_calls.takeFailure(device, call) || isGone;
+    return m_calls.take(device, call) || isGone;
 }
 
 bool Card::fail(int device, std::string_view call, int times)
 {
     const std::lock_guard guard(m_mutex);
     return (device == noDevice || hasDevice(device)) && m_calls.fail(device, call, times);
+}
+
+std::int64_t Card::callCount(int device, std::string_view call)
+{
+    const std::lock_guard guard(m_mutex);
+    return m_calls.count(device, call);
 }
 
 bool Card::setChannel(std::string_view name)

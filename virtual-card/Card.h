@@ -36,6 +36,7 @@ public:
     }
 
     bool fail(int device, std::string_view call, int times);
+    std::int64_t callCount(int device, std::string_view call);
     bool setChannel(std::string_view name);
     std::string channel();
     void setFreeRunning(bool isFreeRunning) { m_isFreeRunning = isFreeRunning; }

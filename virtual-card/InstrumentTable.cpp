@@ -111,6 +111,11 @@ std::int64_t countLiveObjects()
     return liveObjects;
 }
 
+std::int64_t callCount(std::int32_t device, const char *call)
+{
+    return Card::instance().callCount(device, call);
+}
+
 void reset()
 {
     Card::instance().reset();
@@ -134,6 +139,7 @@ const TessaraVirtualCardInstruments instrumentTable{
     .frames = countFrames,
     .newestFrame = newestFrame,
     .liveObjects = countLiveObjects,
+    .callCount = callCount,
     .reset = reset,
 };
 

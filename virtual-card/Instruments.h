@@ -73,7 +73,10 @@ struct TessaraVirtualCardInstruments
     uint64_t (*newestFrame)(int32_t device, TessaraVirtualCardFrame *frame, void *bytes,
                             uint64_t capacity);
     int64_t (*liveObjects)(); // created and not yet released by the last holder
-    void (*reset)();          // takes back failures, limits, removals and the driver version
+    // How often a driver operation was called since the last reset.
+    int64_t (*callCount)(int32_t device, const char *call);
+    // Takes back failures, limits, removals and the driver version.
+    void (*reset)();
 };
 
 const TessaraVirtualCardInstruments *TessaraVirtualCardInstruments_0001();

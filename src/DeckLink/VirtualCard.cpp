@@ -169,6 +169,11 @@ qint64 VirtualCard::liveObjects() const
     return m_instruments->liveObjects();
 }
 
+qint64 VirtualCard::callCount(int device, const QString &call) const
+{
+    return m_instruments->callCount(device, call.toUtf8().constData());
+}
+
 void VirtualCard::reset() const
 {
     m_instruments->reset();

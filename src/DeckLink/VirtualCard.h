@@ -97,6 +97,8 @@ public:
     void setDriverVersion(quint32 version) const;
     /// Objects of the driver that somebody still holds a reference to.
     qint64 liveObjects() const;
+    /// How often a driver operation was called since the last reset.
+    qint64 callCount(int device, const QString &call) const;
     /// Takes back every failure, limit and removal, and another driver version.
     void reset() const;
 

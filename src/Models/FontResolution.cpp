@@ -53,7 +53,9 @@ SizedFont systemFont(double size, QFont::Weight weight)
 
 SizedFont monospacedDigitSystemFont(double size, QFont::Weight weight)
 {
-    return makeFont({tabularFamily(), systemFamily()}, size, weight);
+    SizedFont font = makeFont({tabularFamily(), systemFamily()}, size, weight);
+    font.face.setKerning(false); // a 4 beside a colon must not move in
+    return font;
 }
 
 std::optional<SizedFont> familyFont(const QString &family, double size, QFont::Weight weight)

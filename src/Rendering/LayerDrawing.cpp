@@ -119,7 +119,7 @@ void drawCountdown(QPainter &painter, const CanvasDocument &document, const Coun
     painter.setOpacity(opacity);
     if (layer.showBackground()) {
         QPainterPath background;
-        const double radius = std::max(layer.cornerRadius(), 0.0);
+        const double radius = layer.cornerRadius() > 0 ? layer.cornerRadius() : 0;
         background.addRoundedRect(box, radius, radius);
         painter.fillPath(background, layer.backgroundColor().color());
     }

@@ -5,6 +5,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tessara {
 
@@ -50,6 +51,13 @@ double heightOf(const QTextLine &line)
     return line.ascent() + line.descent() + std::max(line.leading(), 0.0);
 }
 
+bool hasColorGlyphs(const QRawFont &font)
+{
+    constexpr const char *tables[] = {"CBLC", "COLR", "sbix"};
+    return std::any_of(std::begin(tables), std::end(tables),
+                       [&](const char *table) { return !font.fontTable(table).isEmpty(); });
+}
+
 } // namespace
 
 TextBlock::TextBlock(const QString &text, const SizedFont &font,
@@ -86,19 +94,47 @@ TextBlock::TextBlock(const QString &text, const SizedFont &font,
     m_size = QSizeF(widest, top) * font.scale;
 }
 
+// The font tells neither where a picture stands nor how far it reaches, so it is drawn once by itself,
+// with room for what hangs over.
+TextBlock::PictureGlyph TextBlock::pictureOf(const QRawFont &font, quint32 glyph)
+{
+    constexpr double largest = 512; // px; the fonts' own pictures are smaller
+    QRawFont drawn = font;
+    if (font.pixelSize() > largest)
+        drawn.setPixelSize(largest);
+    const QImage map = drawn.alphaMapForGlyph(glyph, QRawFont::PixelAntialiasing);
+    if (map.format() != QImage::Format_ARGB32_Premultiplied) // a blank, and no picture at all
+        return {};
+    const int size = int(std::ceil(drawn.pixelSize()));
+    const QRect box(-size / 4, -map.height() - size / 8, map.width() + size / 2,
+                    map.height() + size * 5 / 8);
+    QImage image(box.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QGlyphRun alone;
+    alone.setRawFont(drawn);
+    alone.setGlyphIndexes({glyph});
+    alone.setPositions({QPointF(0, 0)});
+    QPainter painter(&image);
+    painter.drawGlyphRun(-box.topLeft(), alone);
+    const double scale = font.pixelSize() / drawn.pixelSize();
+    return {image, QTransform::fromScale(scale, scale).mapRect(QRectF(box))};
+}
+
 void TextBlock::placeGlyphRun(const QGlyphRun &run, QPointF origin)
 {
     const QRawFont font = run.rawFont();
     const QList<quint32> glyphs = run.glyphIndexes();
     const QList<QPointF> positions = run.positions();
+    // Asked before the outlines: a colour glyph whose outline was wanted once shows no picture any more.
+    const bool hasColors = hasColorGlyphs(font);
     for (qsizetype index = 0; index < glyphs.size(); ++index) {
         const QPointF position = positions[index] + origin;
-        const QPainterPath outline = font.pathForGlyph(glyphs[index]);
-        if (!outline.isEmpty()) {
-            m_outlines.addPath(outline.translated(position));
-        } else if (const QRectF box = font.boundingRect(glyphs[index]); !box.isEmpty()) {
-            m_pictures.push_back({font.alphaMapForGlyph(glyphs[index], QRawFont::PixelAntialiasing),
-                                  box.translated(position)});
+        PictureGlyph picture = hasColors ? pictureOf(font, glyphs[index]) : PictureGlyph();
+        if (picture.image.isNull()) {
+            m_outlines.addPath(font.pathForGlyph(glyphs[index]).translated(position));
+        } else {
+            picture.box.translate(position);
+            m_pictures.push_back(std::move(picture));
         }
     }
 }

@@ -41,14 +41,15 @@ public:
     void draw(QPainter &painter, QPointF topLeft, const TextPaint &paint) const;
 
 private:
-    void placeGlyphRun(const QGlyphRun &run, QPointF origin);
-    void drawPictures(QPainter &painter, double alpha) const;
-
     struct PictureGlyph
     {
         QImage image;
         QRectF box; // at the face's own size
     };
+
+    static PictureGlyph pictureOf(const QRawFont &font, quint32 glyph);
+    void placeGlyphRun(const QGlyphRun &run, QPointF origin);
+    void drawPictures(QPainter &painter, double alpha) const;
 
     SizedFont m_font;
     QSizeF m_size;

@@ -194,7 +194,11 @@ TEST_F(DeckLinkBridgeTest, ARefusedOutputStaysClosed)
 TEST_F(DeckLinkBridgeTest, ARefusedKeyerClosesTheOutputAgain)
 {
     ASSERT_TRUE(card.fail(keyingDevice, "Keyer.Enable", 1));
+    EXPECT_EQ(start(keyingDevice, true), "Could not enable DeckLink external keyer.");
+    EXPECT_EQ(card.callCount(keyingDevice, "DisableVideoOutput"), 1);
+    EXPECT_EQ(card.callCount(keyingDevice, "Keyer.SetLevel"), 0);
 
+    ASSERT_TRUE(card.fail(keyingDevice, "Keyer.Enable", 1));
     expectRefused("Could not enable DeckLink external keyer.", keyingDevice, true);
 }
 
@@ -205,6 +209,8 @@ TEST_F(DeckLinkBridgeTest, KeyingGoesOnAtFullOpacityAndOffWithTheOutput)
     EXPECT_EQ(card.devices().at(keyingDevice).keyerLevel, 255);
 
     bridge.stopOutput();
+    EXPECT_EQ(card.callCount(keyingDevice, "Keyer.Disable"), 1);
+    EXPECT_EQ(card.callCount(keyingDevice, "DisableVideoOutput"), 1);
     expectClosed(keyingDevice);
     EXPECT_EQ(card.liveObjects(), objectsAtStart);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cmath>
 #include <cstring>
 
 namespace tessara::virtualcard {
@@ -177,6 +178,16 @@ void Device::describe(TessaraVirtualCardDevice &description) const
     description.keyerLevel = m_keyerLevel;
 }
 
+std::int64_t Device::countOffBeat(const std::vector<float> &intervals) const
+{
+    constexpr double tolerance = 0.004; // s
+    if (!m_mode)
+        return 0;
+    const double beat = double(m_mode->frameDuration) / double(m_mode->timeScale);
+    return std::ranges::count_if(
+        intervals, [beat](float interval) { return std::abs(interval - beat) > tolerance; });
+}
+
 void Device::count(TessaraVirtualCardFrames &frames) const
 {
     frames = {};
@@ -187,6 +198,7 @@ void Device::count(TessaraVirtualCardFrames &frames) const
     frames.intervalP50 = percentile(sorted, 0.5);
     frames.intervalP99 = percentile(sorted, 0.99);
     frames.intervalMax = percentile(sorted, 1);
+    frames.offBeat = countOffBeat(sorted);
     if (!m_frames.header())
         return;
     readNewestFrame(*m_frames.header(), [&](const FrameShape &newest, const unsigned char *) {

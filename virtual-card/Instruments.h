@@ -41,6 +41,7 @@ struct TessaraVirtualCardFrames
     double intervalP50; // s, between display calls
     double intervalP99; // s
     double intervalMax; // s
+    int64_t offBeat;    // intervals that miss the mode's by more than 4 ms
 };
 
 struct TessaraVirtualCardFrame

@@ -1,5 +1,6 @@
 #include "Automation/ScriptCard.h"
 
+#include "Automation/Background.h"
 #include "Automation/ScriptFrame.h"
 #include "DeckLink/VirtualCard.h"
 
@@ -40,7 +41,8 @@ QJsonObject description(const VirtualCardFrames &frames)
 {
     const QJsonObject intervals{{QStringLiteral("p50"), frames.intervals.p50},
                                 {QStringLiteral("p99"), frames.intervals.p99},
-                                {QStringLiteral("max"), frames.intervals.max}};
+                                {QStringLiteral("max"), frames.intervals.max},
+                                {QStringLiteral("offBeat"), frames.intervals.offBeat}};
     return {{QStringLiteral("sent"), frames.sent},
             {QStringLiteral("waited"), frames.waited},
             {QStringLiteral("format"), frames.format},
@@ -119,7 +121,10 @@ ScriptResult ScriptCard::save(int device, const QString &path) const
     const bool isPicture = path.endsWith(QStringLiteral(".png"));
     if (!isPicture && !path.endsWith(QStringLiteral(".raw")))
         return tl::unexpected(QStringLiteral("a card's frame is saved as .png or .raw"));
-    const QByteArray bytes = isPicture ? pngBytes(card->newestImage(device)) : frame->bytes;
+    const QImage picture = isPicture ? card->newestImage(device) : QImage();
+    const QByteArray bytes =
+        isPicture ? inBackground<QByteArray>([picture] { return pngBytes(picture); })
+                  : frame->bytes;
     return writeFile(path, bytes).map([] { return QJsonValue(); });
 }
 

@@ -30,6 +30,8 @@ class AppState : public QObject
     Q_PROPERTY(bool isKeyModeReady READ isKeyModeReady NOTIFY outputChanged FINAL)
     Q_PROPERTY(std::optional<QString> keyModeStatusText READ keyModeStatusText NOTIFY outputChanged
                    FINAL)
+    /// Ticks of the running output that the main thread was too busy to take.
+    Q_PROPERTY(quint64 missedTicks READ missedTicks FINAL)
     /// Kept for scripts and logs; the windows show the managers' own messages.
     TESSARA_OBSERVABLE(std::optional<QString>, lastErrorMessage, setLastErrorMessage)
     TESSARA_OBSERVABLE(std::optional<QUrl>, lastExportURL, setLastExportURL)
@@ -66,6 +68,7 @@ public:
     Q_INVOKABLE tessara::TextLayer *addTimerLayer();
     Q_INVOKABLE void updateRealtimeTimerText();
 
+    quint64 missedTicks() const { return m_outputLoop ? m_outputLoop->missedTicks() : 0; }
     /// Null while the output is stopped.
     const OutputLoop *outputLoop() const { return m_outputLoop.get(); }
 

@@ -77,7 +77,8 @@ std::optional<VirtualCardFrames> VirtualCard::frames(int device) const
                              frames.width,
                              frames.height,
                              frames.rowBytes,
-                             {frames.intervalP50, frames.intervalP99, frames.intervalMax}};
+                             {frames.intervalP50, frames.intervalP99, frames.intervalMax,
+                              frames.offBeat}};
 }
 
 std::optional<VirtualCardFrame> VirtualCard::newestFrame(int device) const

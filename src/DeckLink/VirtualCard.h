@@ -34,6 +34,7 @@ struct VirtualCardIntervals
     double p50 = 0; // s
     double p99 = 0; // s
     double max = 0; // s
+    qint64 offBeat = 0; // those that miss the mode's interval by more than 4 ms
 };
 
 /// What a device was sent since its output was last enabled.

@@ -1,0 +1,142 @@
+#!/usr/bin/env python3
+"""Plays the demo show through the virtual card, in real time and without a display.
+
+A title, a picture and a countdown are taken in with dissolves; the title leaves by its auto-out. It
+prints how the frames went out and leaves pictures of the air.
+"""
+import argparse
+import json
+import pathlib
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+LAP = 8.0  # s, one run of the show
+
+
+class Show:
+    """The program at the other end of a pipe, one request a line."""
+
+    def __init__(self, program, data):
+        self.process = subprocess.Popen([program, "--clock", "real", "--data", data],
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+
+    def _request(self, **request):
+        self.process.stdin.write(json.dumps(request) + "\n")
+        self.process.stdin.flush()
+        reply = json.loads(self.process.stdout.readline())
+        if not reply["ok"]:
+            sys.exit(f"{request}: {reply['error']}")
+        return reply["result"]
+
+    def call(self, operation, *arguments):
+        return self._request(call=operation, args=list(arguments))
+
+    def get(self, path):
+        return self._request(get=path)
+
+    def set(self, path, value):
+        self._request(set=path, value=value)
+
+    def layer(self, operation, *arguments, **properties):
+        identity = self.call(operation, *arguments)
+        for name, value in properties.items():
+            self.set(f"layer:{identity}.{name}", value)
+        return identity
+
+    def wait(self, seconds):
+        self.call("clock.advance", seconds)
+
+    def memory(self):
+        """Resident, in MB."""
+        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
+        line = next(line for line in status.splitlines() if line.startswith("VmRSS"))
+        return int(line.split()[1]) / 1024
+
+    def end(self):
+        self.process.stdin.close()
+        self.process.wait()
+
+
+def build(show):
+    picture = show.layer("document.addImageLayer", str(ROOT / "resources/demo/skyline.svg"),
+                         position=[110, 110], size=[960, 540], maskShape="roundedRectangle")
+    panel = show.layer("document.addTemplateShapeLayer", "rectangle", name="Panel",
+                       position=[110, 780], size=[1240, 170], cornerRadius=18,
+                       color={"red": 0.05, "green": 0.08, "blue": 0.18, "alpha": 0.88})
+    title = show.layer("document.addTextLayer", text="Good evening  สวัสดีครับ",
+                       position=[160, 812], fontSize=84)
+    countdown = show.layer("document.addCountdownLayer", position=[1330, 110], size=[480, 160],
+                           showBackground=True, cornerRadius=24, totalSeconds=30,
+                           remainingSeconds=30)
+    for layer in (picture, panel, title, countdown):
+        show.call("document.setLayerHidden", layer, True)
+        show.call("document.setRunDissolveDuration", 0.6, layer)
+    for layer in (panel, title):
+        show.call("document.setRunAutoOutDuration", 3, layer)
+    return picture, panel, title, countdown
+
+
+def play(show, layers, pictures):
+    picture, panel, title, countdown = layers
+    show.call("document.takeLayerInNow", picture)
+    show.wait(0.3)
+    save(show, pictures, "1-picture-dissolves-in")
+    show.wait(0.7)
+    for layer in (panel, title, countdown):
+        show.call("document.takeLayerInNow", layer)
+    show.call(f"layer:{countdown}.start")
+    show.wait(1.5)
+    save(show, pictures, "2-all-on-air")
+    show.wait(2.6)  # the auto-out falls in here
+    save(show, pictures, "3-title-leaves")
+    show.wait(0.9)
+    save(show, pictures, "4-title-is-out")
+    for layer in (picture, countdown):
+        show.call("document.takeLayerOutNow", layer)
+    show.wait(LAP - 6.0)
+
+
+def save(show, directory, name):
+    if directory:
+        show.call("card.save", 0, str(directory / f"{name}.png"))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--program", default=str(ROOT / "build/release/bin/tessara-headless"))
+    parser.add_argument("--pictures", type=pathlib.Path, default=ROOT / "build/demo")
+    parser.add_argument("--seconds", type=float, default=LAP,
+                        help="repeat the show for so long, without more pictures")
+    options = parser.parse_args()
+    options.pictures.mkdir(parents=True, exist_ok=True)
+
+    show = Show(options.program, str(options.pictures / "data"))
+    layers = build(show)
+    show.call("app.startDeckLinkOutput")
+    if not show.get("app.isDeckLinkOutputRunning"):
+        sys.exit(show.get("app.lastErrorMessage"))
+    print(f"On air: {show.get('fill.selectedMode')['displayLabel']}")
+    play(show, layers, options.pictures)
+    played, first_memory = LAP, None
+    while played + LAP <= options.seconds:
+        play(show, layers, None)
+        played += LAP
+        first_memory = first_memory or show.memory()
+    last_memory = show.memory()
+    frames = show.call("card.frames", 0)
+    lost = show.get("app.missedTicks")
+    show.call("app.stopDeckLinkOutput")
+    show.end()
+
+    off_beat = frames["intervals"].pop("offBeat")
+    intervals = {name: value * 1000 for name, value in frames["intervals"].items()}
+    print(f"Frames sent: {frames['sent']}, ticks lost: {lost}")
+    print("Interval: p50 {p50:.2f} ms, p99 {p99:.2f} ms, max {max:.2f} ms".format(**intervals))
+    print(f"Intervals off by more than 4 ms: {off_beat} ({100 * off_beat / frames['sent']:.2f} %)")
+    if first_memory:
+        print(f"Memory: {first_memory:.1f} MB after {2 * LAP:.0f} s, {last_memory:.1f} MB at the end")
+    print(f"Pictures of the air: {options.pictures}")
+
+
+main()

@@ -6,7 +6,6 @@
 #include <QPainter>
 
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 
 namespace tessara {
@@ -35,17 +34,11 @@ tl::expected<QImage, RenderEngineError> makeClearBitmap(QSizeF canvas)
         return tl::unexpected(RenderEngineError::contextCreationFailed);
     if (width > largestSide || height > largestSide)
         return tl::unexpected(RenderEngineError::bitmapCreationFailed);
-    // Zeroed by the system where it can be, and freed with the last copy of the frame.
-    void *bytes = std::calloc(std::size_t(height), std::size_t(width * bytesPerPixel));
-    if (!bytes)
-        return tl::unexpected(RenderEngineError::bitmapCreationFailed);
     // Painted as the painter is fastest; the bytes are put into their order at the end.
-    QImage bitmap(static_cast<uchar *>(bytes), int(width), int(height), width * bytesPerPixel,
-                  QImage::Format_ARGB32_Premultiplied, &std::free, bytes);
-    if (bitmap.isNull()) {
-        std::free(bytes);
-        return tl::unexpected(RenderEngineError::contextCreationFailed);
-    }
+    QImage bitmap(int(width), int(height), QImage::Format_ARGB32_Premultiplied);
+    if (bitmap.isNull())
+        return tl::unexpected(RenderEngineError::bitmapCreationFailed);
+    bitmap.fill(Qt::transparent);
     return bitmap;
 }
 

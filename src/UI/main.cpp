@@ -1,8 +1,10 @@
 // tessara: the application.
 #include <QCommandLineParser>
 #include <QGuiApplication>
+#include <QTimer>
 #include <QtQml/qqmlextensionplugin.h>
 
+#include "Base/ProcessTuning.h"
 #include "Base/RealClock.h"
 #include "Core/AppState.h"
 #include "Core/VirtualCardChannel.h"
@@ -15,6 +17,7 @@ int main(int argc, char **argv)
 {
     using namespace tessara;
 
+    keepFreedMemory();
     preparePlatform();
     const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Tessara"));
@@ -40,5 +43,7 @@ int main(int argc, char **argv)
     if (!engine.show(QStringLiteral("MainWindow"),
                      {{QStringLiteral("workspace"), QVariant::fromValue(&workspace)}}))
         return 1;
+    // Once the window's own threads stand, which come after the frames.
+    QTimer::singleShot(std::chrono::seconds{2}, &application, &raiseThreadPriority);
     return QGuiApplication::exec();
 }

@@ -6,6 +6,7 @@
 
 #include "Automation/ScriptEngine.h"
 #include "Base/ManualClock.h"
+#include "Base/ProcessTuning.h"
 #include "Base/RealClock.h"
 #include "Core/AppState.h"
 #include "Core/VirtualCardChannel.h"
@@ -100,6 +101,7 @@ int play(Clock &clock, const ApplicationSupport &support, const QString &scriptP
 
 int main(int argc, char **argv)
 {
+    keepFreedMemory();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tessara-headless"));
@@ -138,6 +140,7 @@ int main(int argc, char **argv)
         ManualClock clock;
         return play(clock, support, script);
     }
+    raiseThreadPriority();
     RealClock clock;
     return play(clock, support, script);
 }

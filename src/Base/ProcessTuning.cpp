@@ -1,0 +1,26 @@
+#include "Base/ProcessTuning.h"
+
+#include <malloc.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+
+namespace tessara {
+
+void raiseThreadPriority()
+{
+    constexpr int niceness = -15;           // of -20 to 19
+    constexpr unsigned long timerSlack = 1; // ns; 50,000 by default
+    constexpr id_t thisThread = 0;
+    setpriority(PRIO_PROCESS, thisThread, niceness);
+    prctl(PR_SET_TIMERSLACK, timerSlack);
+}
+
+void keepFreedMemory()
+{
+    constexpr int largestFrame = 32 * 1024 * 1024; // bytes; the largest threshold that glibc takes
+    constexpr int kept = 512 * 1024 * 1024;        // bytes
+    mallopt(M_MMAP_THRESHOLD, largestFrame);
+    mallopt(M_TRIM_THRESHOLD, kept);
+}
+
+} // namespace tessara

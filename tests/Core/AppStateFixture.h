@@ -117,7 +117,7 @@ protected:
         EXPECT_TRUE(app.isDeckLinkOutputRunning());
         EXPECT_NE(app.outputLoop(), nullptr);
         EXPECT_EQ(sent(first), 1);
-        clock.advance(Seconds{0.1});
+        clock.advance(Seconds{0.05});
         EXPECT_GT(sent(first), 2);
     }
 

@@ -6,8 +6,6 @@ namespace {
 class OutputFailureTest : public AppStateTest
 {
 protected:
-    OutputFailureTest() { document().setSize({192, 108}); }
-
     void tick() { clock.advance(Seconds{0.02}); }
 
     /// Fails a call of the driver at the next start.
@@ -154,7 +152,7 @@ TEST_F(OutputFailureTest, ACanvasThatCannotBeDrawnStops)
     tick();
 
     expectStopped("Could not create graphics context.");
-    document().setSize({192, 108});
+    document().setSize({1920, 1080});
     expectStartable();
 }
 
@@ -165,7 +163,7 @@ TEST_F(OutputFailureTest, ACanvasBeyondAllMemoryStops)
     tick();
 
     expectStopped("Could not allocate bitmap buffer.");
-    document().setSize({192, 108});
+    document().setSize({1920, 1080});
     expectStartable();
 }
 
@@ -175,7 +173,7 @@ TEST_F(OutputFailureTest, AFirstFrameThatFailsStopsWithinTheStart)
     start();
 
     expectStopped("Could not create graphics context.");
-    document().setSize({192, 108});
+    document().setSize({1920, 1080});
     expectStartable();
 }
 

@@ -290,7 +290,8 @@ TEST_F(OutputTest, ATickDuringASendChangesNothing)
 {
     start();
     qint64 during = -1;
-    QObject::connect(&fill(), &DeckLinkManager::lastErrorMessageChanged, &fill(), [&] {
+    const QObject listener;
+    QObject::connect(&fill(), &DeckLinkManager::lastErrorMessageChanged, &listener, [&] {
         clock.advance(Seconds{1}); // as a nested main loop would
         during = sent(first);
     });

@@ -125,7 +125,8 @@ TEST_F(RealtimeClockTest, AnUnchangedTimeIsNotWrittenAgain)
 {
     const TextLayer *layer = app.addTimerLayer();
     int writes = 0;
-    QObject::connect(layer, &TextLayer::textChanged, layer, [&] { ++writes; });
+    const QObject listener;
+    QObject::connect(layer, &TextLayer::textChanged, &listener, [&] { ++writes; });
 
     app.updateRealtimeTimerText();
 

@@ -77,7 +77,9 @@ tl::expected<QMetaProperty, QString> propertyNamed(const QObject *target, const 
 {
     const QMetaObject *type = target->metaObject();
     const int index = type->indexOfProperty(name.toLatin1().constData());
-    if (index < QObject::staticMetaObject.propertyCount())
+    // The look-up ends at a zero byte in the name, and the name must not.
+    if (index < QObject::staticMetaObject.propertyCount()
+        || name != QLatin1String(type->property(index).name()))
         return tl::unexpected(
             QStringLiteral("no property '%1' on %2").arg(name, className(target)));
     return type->property(index);

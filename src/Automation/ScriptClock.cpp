@@ -18,8 +18,11 @@ double ScriptClock::now() const
 
 ScriptResult ScriptClock::advance(double seconds)
 {
+    constexpr double longest = 1e6; // s; every beat of every timer within it is run
     if (!(seconds >= 0))
         return tl::unexpected(QStringLiteral("time doesn't go back"));
+    if (seconds > longest)
+        return tl::unexpected(QStringLiteral("at most %1 seconds at once").arg(longest, 0, 'f', 0));
     if (auto *manual = dynamic_cast<ManualClock *>(&m_clock)) {
         manual->advance(Seconds{seconds});
         return QJsonValue();

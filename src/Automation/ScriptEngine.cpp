@@ -35,8 +35,11 @@ tl::expected<QString, QString> verbOf(const QJsonObject &request)
     }
     if (verbs.size() != 1)
         return tl::unexpected(QStringLiteral("a request has one of call, get and set"));
-    const QStringList allowed{verbs.first(), QStringLiteral("id"), QStringLiteral("args"),
-                              QStringLiteral("value")};
+    QStringList allowed{verbs.first(), QStringLiteral("id")};
+    if (verbs.first() == QStringLiteral("call"))
+        allowed.append(QStringLiteral("args"));
+    if (verbs.first() == QStringLiteral("set"))
+        allowed.append(QStringLiteral("value"));
     for (const QString &key : request.keys()) {
         if (!allowed.contains(key))
             return tl::unexpected(QStringLiteral("unknown key '%1' in the request").arg(key));

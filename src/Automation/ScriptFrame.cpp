@@ -84,6 +84,9 @@ ScriptResult ScriptFrame::make(const QString &kind, int width, int height, const
     if (!maker)
         return tl::unexpected(
             QStringLiteral("no frame of kind '%1': wanted fill, key or externalKeyFill").arg(kind));
+    constexpr int largestSide = 32767; // px
+    if (width > largestSide || height > largestSide)
+        return tl::unexpected(QStringLiteral("no frame of %1 x %2").arg(width).arg(height));
     QElapsedTimer timer;
     timer.start();
     const auto frame = RenderEngine().render(m_document, std::nullopt);

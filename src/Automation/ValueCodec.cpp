@@ -118,10 +118,14 @@ Codec urlCodec()
 
 std::optional<std::pair<double, double>> pairOf(const QJsonValue &json)
 {
+    constexpr double farthest = 1e15; // beyond it no pixel is told from its neighbour
     const QJsonArray array = json.toArray();
     if (array.size() != 2 || !array[0].isDouble() || !array[1].isDouble())
         return std::nullopt;
-    return std::pair(array[0].toDouble(), array[1].toDouble());
+    const std::pair numbers(array[0].toDouble(), array[1].toDouble());
+    if (std::abs(numbers.first) > farthest || std::abs(numbers.second) > farthest)
+        return std::nullopt;
+    return numbers;
 }
 
 template <typename Pair>

@@ -1,7 +1,8 @@
 #include "Core/AppState.h"
 
+#include "Core/KeyModeMatch.h"
+
 #include <algorithm>
-#include <cmath>
 
 namespace tessara {
 
@@ -9,23 +10,7 @@ namespace {
 
 constexpr QSizeF defaultCanvasSize{1920, 1080};
 const QColor chromaGreen(0, 177, 64);
-constexpr double rateWithoutMode = 30;     // frames a second
-constexpr double rateTolerance = 0.02;     // frames a second; beyond it two modes don't match
-
-std::optional<DeckLinkDisplayMode> matchingMode(const QList<DeckLinkDisplayMode> &modes,
-                                                const DeckLinkDisplayMode &wanted)
-{
-    const auto same = std::find_if(modes.begin(), modes.end(), [&](const auto &mode) {
-        return mode.modeID == wanted.modeID;
-    });
-    if (same != modes.end())
-        return *same;
-    const auto alike = std::find_if(modes.begin(), modes.end(), [&](const auto &mode) {
-        return mode.width == wanted.width && mode.height == wanted.height
-               && std::abs(mode.rate() - wanted.rate()) < rateTolerance;
-    });
-    return alike == modes.end() ? std::nullopt : std::optional(*alike);
-}
+constexpr double rateWithoutMode = 30; // frames a second
 
 tl::expected<void, QString> started(DeckLinkManager &manager, DeckLinkStartMode mode)
 {
@@ -102,6 +87,8 @@ bool AppState::isDeckLinkOutputRunning() const
 void AppState::startDeckLinkOutput()
 {
     if (const tl::expected<void, QString> outputs = startManagers(); !outputs) {
+        if (!isDeckLinkOutputRunning())
+            m_outputLoop.reset(); // of an output that was to be started anew
         if (!outputs.error().isEmpty())
             setLastErrorMessage(outputs.error());
         return;

@@ -4,7 +4,12 @@
 #include "Base/RepeatingTimer.h"
 #include "Models/CanvasDocument.h"
 
+class QLocale;
+
 namespace tessara {
+
+/// Hours of 0 to 23, minutes and seconds in the locale's own order and with its separators.
+QString timeOfDayFormat(const QLocale &locale);
 
 class RealtimeClock
 {

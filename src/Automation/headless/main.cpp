@@ -12,6 +12,7 @@
 #include "Core/VirtualCardChannel.h"
 #include "Rendering/ApplicationFonts.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <unistd.h>
 
@@ -72,7 +73,7 @@ void playStandardInput(ScriptEngine &engine)
         const ssize_t size = read(STDIN_FILENO, buffer, sizeof buffer);
         if (size > 0)
             pending.append(buffer, size);
-        isOver = size <= 0;
+        isOver = size == 0 || (size < 0 && errno != EAGAIN && errno != EINTR);
         input.setEnabled(!isOver);
         answerPending();
     });

@@ -56,7 +56,7 @@ function(tessara_test NAME)
     qt_add_executable(${target} ${ARG_SOURCES} ${CMAKE_SOURCE_DIR}/tests/TestMain.cpp)
     target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${target} PRIVATE
-        tessara_options Tessara${NAME} GTest::gtest GTest::gmock Qt6::Gui ${ARG_LIBS})
+        tessara_options Tessara${NAME} GTest::gtest GTest::gmock Qt6::Gui Qt6::Test ${ARG_LIBS})
     foreach(used IN LISTS ARG_USES)
         target_link_libraries(${target} PRIVATE Tessara${used})
     endforeach()

@@ -38,27 +38,13 @@ double boxedTextTop(double boxBottom, double boxHeight, double textHeight)
     return boxBottom - lift - std::max(boxHeight, textHeight);
 }
 
-// How much of a line stands before its anchor.
-double anchorShare(TextLayerHorizontalAlignment alignment)
-{
-    switch (alignment) {
-    case TextLayerHorizontalAlignment::leading:
-        return 0;
-    case TextLayerHorizontalAlignment::center:
-        return 0.5;
-    case TextLayerHorizontalAlignment::trailing:
-        return 1;
-    }
-    Q_UNREACHABLE();
-}
-
 QRectF textBounds(const TextLayer &layer)
 {
     if (const std::optional<QSizeF> box = layer.textBoxSize())
         return {layer.position(), box->expandedTo({1, 1})};
     const QSizeF size =
         TextBlock(layer.text(), layer.resolvedFont(layer.fontSize(), QFont::DemiBold)).size();
-    const double left = size.width() * anchorShare(layer.horizontalAlignment());
+    const double left = size.width() * alignmentShare(layer.horizontalAlignment());
     return {layer.position() - QPointF(left, 0), size};
 }
 
@@ -80,7 +66,7 @@ void drawText(QPainter &painter, const CanvasDocument &document, const TextLayer
         wrapped.draw(painter, {anchor.x(), top}, paint);
         return;
     }
-    const double left = line.size().width() * anchorShare(alignment);
+    const double left = line.size().width() * alignmentShare(alignment);
     line.draw(painter, {anchor.x() - left, anchor.y()}, paint);
 }
 

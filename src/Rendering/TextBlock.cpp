@@ -22,19 +22,6 @@ QTextOption textOption(bool wraps)
     return option;
 }
 
-double alignmentShare(TextLayerHorizontalAlignment alignment)
-{
-    switch (alignment) {
-    case TextLayerHorizontalAlignment::leading:
-        return 0;
-    case TextLayerHorizontalAlignment::center:
-        return 0.5;
-    case TextLayerHorizontalAlignment::trailing:
-        return 1;
-    }
-    Q_UNREACHABLE();
-}
-
 void breakLines(QTextLayout &layout, std::optional<double> wrapWidth)
 {
     constexpr double endless = 1e6; // px at the face's size
@@ -59,6 +46,19 @@ bool hasColorGlyphs(const QRawFont &font)
 }
 
 } // namespace
+
+double alignmentShare(TextLayerHorizontalAlignment alignment)
+{
+    switch (alignment) {
+    case TextLayerHorizontalAlignment::leading:
+        return 0;
+    case TextLayerHorizontalAlignment::center:
+        return 0.5;
+    case TextLayerHorizontalAlignment::trailing:
+        return 1;
+    }
+    Q_UNREACHABLE();
+}
 
 TextBlock::TextBlock(const QString &text, const SizedFont &font,
                      TextLayerHorizontalAlignment alignment, std::optional<double> wrapWidth)

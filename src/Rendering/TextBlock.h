@@ -17,6 +17,9 @@ class QPainter;
 
 namespace tessara {
 
+/// How much of the spare room stands before a line: 0, a half or all.
+double alignmentShare(TextLayerHorizontalAlignment alignment);
+
 /// Filled, and where the outline's width is above 0 stroked over the fill.
 struct TextPaint
 {

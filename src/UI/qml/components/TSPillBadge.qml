@@ -5,7 +5,7 @@ Rectangle {
     id: root
 
     required property string text
-    property string look: "neutral" // air, cue, neutral, line, hollowAir
+    property string look: "neutral" // air, cue, neutral, line
 
     readonly property bool isFilled: look === "air" || look === "cue"
 
@@ -14,8 +14,7 @@ Rectangle {
     radius: TS.radiusSmall
     color: look === "air" ? TS.onAir : look === "cue" ? TS.cued
          : look === "neutral" ? TS.borderMid : "transparent"
-    border.width: look === "hollowAir" ? 2 : look === "line" ? 1 : 0
-    border.color: look === "hollowAir" ? TS.onAir : TS.border
+    border { width: look === "line" ? 1 : 0; color: TS.border }
 
     TSText {
         id: word

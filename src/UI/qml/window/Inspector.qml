@@ -53,9 +53,9 @@ Rectangle {
             }
             TSText { Layout.fillWidth: true; text: qsTr("INSPECTOR"); font: TS.heading; color: TS.labelSub }
             TSPillBadge {
-                visible: root.editor.isOnAir === true
+                visible: root.editor.isOnAir === true && root.workspace.isLive
                 text: qsTr("ON AIR")
-                look: root.workspace.isLive ? "air" : "hollowAir"
+                look: "air"
             }
         }
         TSDivider { isZone: true }

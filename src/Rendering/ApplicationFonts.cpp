@@ -1,5 +1,7 @@
 #include "Rendering/ApplicationFonts.h"
 
+#include "Rendering/TextBlock.h"
+
 #include <QDirIterator>
 #include <QFontDatabase>
 
@@ -11,12 +13,27 @@ static void initialiseFontResource()
 
 namespace tessara {
 
+namespace {
+
+// Finding and opening the faces takes longer than a frame may: now, and not with the first title.
+void openFontFiles()
+{
+    const QString sample = QStringLiteral("Aก ا 🏆");
+    for (const QFont::Weight weight : {QFont::Normal, QFont::DemiBold, QFont::Bold}) {
+        TextBlock(sample, systemFont(1, weight));
+        TextBlock(sample, monospacedDigitSystemFont(1, weight));
+    }
+}
+
+} // namespace
+
 void loadApplicationFonts()
 {
     initialiseFontResource();
     QDirIterator fonts(QStringLiteral(":/fonts"));
     while (fonts.hasNext())
         QFontDatabase::addApplicationFont(fonts.next());
+    openFontFiles();
 }
 
 } // namespace tessara

@@ -161,6 +161,27 @@ TEST_F(MainWindowTest, DeleteRemovesTheSelectedLayerButNotWhileTyping)
     EXPECT_TRUE(document->layerOrder().isEmpty());
 }
 
+TEST_F(MainWindowTest, APictureFileIsChosenInTheDialog)
+{
+    QImage picture(64, 32, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    const QString file = data.filePath(QStringLiteral("team.png"));
+    ASSERT_TRUE(picture.save(file));
+    auto *dialog = window->findChild<QObject *>(QStringLiteral("pictureDialog"));
+    ASSERT_TRUE(dialog);
+    dialog->setProperty("currentFolder", QUrl::fromLocalFile(data.path()));
+
+    openTools();
+    click(item(QStringLiteral("tool2")));
+    ASSERT_TRUE(until([this] { return itemWithText(QStringLiteral("team.png")) != nullptr; }));
+    keepPicture(QStringLiteral("picture-dialog"));
+    click(itemWithText(QStringLiteral("team.png")));
+    click(itemWithText(QStringLiteral("Open")));
+
+    ASSERT_TRUE(until([this] { return !document->layersOf<ImageLayer>().isEmpty(); }));
+    EXPECT_EQ(document->layersOf<ImageLayer>().first()->name(), QStringLiteral("team"));
+}
+
 TEST_F(MainWindowTest, ABrokenPictureIsAnsweredWithItsTextAndAddsNothing)
 {
     workspace->addPicture(QUrl::fromLocalFile(data.filePath(QStringLiteral("none.png"))));

@@ -1,11 +1,10 @@
 // A monitor for an operator without hardware.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Dialogs
 import QtQuick.Layouts
 import Tessara
 
-ApplicationWindow {
+TSWindow {
     id: root
 
     property string channel: ""
@@ -14,10 +13,8 @@ ApplicationWindow {
     height: 640
     minimumWidth: 640
     minimumHeight: 400
-    visible: true
     title: qsTr("Tessara Monitor")
     color: TS.bg0
-    font: TS.body
 
     ColumnLayout {
         anchors.fill: parent

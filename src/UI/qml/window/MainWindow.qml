@@ -1,10 +1,9 @@
 // The application's window.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tessara
 
-ApplicationWindow {
+TSWindow {
     id: root
 
     required property Workspace workspace
@@ -13,10 +12,7 @@ ApplicationWindow {
     height: 800
     minimumWidth: 1120
     minimumHeight: 680
-    visible: true
     title: qsTr("Tessara")
-    color: TS.bg1
-    font: TS.body
 
     readonly property bool isWide: width >= 1440
 

@@ -121,6 +121,7 @@ Rectangle {
     FileDialog {
         id: pictureDialog
 
+        objectName: "pictureDialog"
         title: qsTr("Import an image file")
         options: FileDialog.DontUseNativeDialog
         nameFilters: [qsTr("Pictures") + " (*.png *.jpg *.jpeg *.webp *.svg *.gif *.tif *.tiff *.bmp)"]

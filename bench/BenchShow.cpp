@@ -56,8 +56,8 @@ void BenchShow::addPictures()
 {
     for (int index = 0; index < pictures; ++index) {
         ImageLayerOptions options;
-        options.maskShape = index % 2 == 0 ? ImageLayerMaskShape::rectangle
-                                           : ImageLayerMaskShape::circle;
+        options.maskShape =
+            index % 2 == 0 ? ImageLayerMaskShape::rectangle : ImageLayerMaskShape::circle;
         m_document.addLayer(CanvasLayerItem(
             new ImageLayer(QUuid::createUuid(), QStringLiteral("Picture"), testPicture(index), {},
                            place(index * 5), QSizeF(480, 270) * m_scale, options)));

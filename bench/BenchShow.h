@@ -6,8 +6,8 @@
 
 namespace tessara {
 
-/// Titles in several scripts, pictures with and without masks, shapes and countdowns, spread over the
-/// canvas as a full show does.
+/// Titles in several scripts, pictures with and without masks, shapes and countdowns, spread over
+/// the canvas as a full show does.
 class BenchShow
 {
 public:

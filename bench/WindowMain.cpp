@@ -35,8 +35,7 @@ Task playShow(AppState &app, Seconds length)
         if (!slept)
             co_return;
     }
-    const VirtualCardFrames frames =
-        VirtualCard::find()->frames(0).value_or(VirtualCardFrames{});
+    const VirtualCardFrames frames = VirtualCard::find()->frames(0).value_or(VirtualCardFrames{});
     std::printf("frames %lld, ticks lost %llu, interval p50 %.2f ms, p99 %.2f ms, max %.2f ms, "
                 "off by more than 4 ms %lld\n",
                 static_cast<long long>(frames.sent),
@@ -63,8 +62,8 @@ int main(int argc, char **argv)
     parser.addOptions({data, seconds});
     parser.process(application);
 
-    const ApplicationSupport support = parser.isSet(data) ? ApplicationSupport(parser.value(data))
-                                                          : ApplicationSupport();
+    const ApplicationSupport support =
+        parser.isSet(data) ? ApplicationSupport(parser.value(data)) : ApplicationSupport();
     prepareVirtualCard(support, CardPace::realTime);
     if (!VirtualCard::find()) {
         std::fprintf(stderr, "the virtual card is not loaded\n");

@@ -1,4 +1,5 @@
-// tessara-bench-frame: what a frame and its conversions cost, in ms and in copies of the same frame.
+// tessara-bench-frame: what a frame and its conversions cost, in ms and in copies of the same
+// frame.
 #include <QGuiApplication>
 
 #include "bench/BenchShow.h"
@@ -22,7 +23,7 @@ namespace {
 
 using namespace tessara;
 
-constexpr double limitOf2vuy = 12;   // times a memcpy of the frame
+constexpr double limitOf2vuy = 12;    // times a memcpy of the frame
 constexpr double limitOfSameSize = 3; // times a memcpy of the frame
 
 struct FrameSize
@@ -56,27 +57,25 @@ double memcpyMilliseconds(FrameSize size)
 }
 
 /// Runs `work` as one benchmark, and tells its best run in copies of a frame of `size`.
-void addBenchmark(const std::string &name, FrameSize size, double limit,
-                  std::function<void()> work)
+void addBenchmark(const std::string &name, FrameSize size, double limit, std::function<void()> work)
 {
     const std::string fullName =
         name + "/" + std::to_string(size.width) + "x" + std::to_string(size.height);
-    benchmark::RegisterBenchmark(
-        fullName.c_str(),
-        [=](benchmark::State &state) {
-            double best = 1e9;
-            for ([[maybe_unused]] auto _ : state) {
-                const auto start = std::chrono::steady_clock::now();
-                work();
-                const std::chrono::duration<double, std::milli> taken =
-                    std::chrono::steady_clock::now() - start;
-                best = std::min(best, taken.count());
-            }
-            state.counters["best_ms"] = best;
-            state.counters["x_memcpy"] = best / memcpyMilliseconds(size);
-            if (limit > 0)
-                state.counters["limit"] = limit;
-        })
+    benchmark::RegisterBenchmark(fullName.c_str(),
+                                 [=](benchmark::State &state) {
+                                     double best = 1e9;
+                                     for ([[maybe_unused]] auto _ : state) {
+                                         const auto start = std::chrono::steady_clock::now();
+                                         work();
+                                         const std::chrono::duration<double, std::milli> taken =
+                                             std::chrono::steady_clock::now() - start;
+                                         best = std::min(best, taken.count());
+                                     }
+                                     state.counters["best_ms"] = best;
+                                     state.counters["x_memcpy"] = best / memcpyMilliseconds(size);
+                                     if (limit > 0)
+                                         state.counters["limit"] = limit;
+                                 })
         ->Unit(benchmark::kMillisecond)
         ->MinTime(0.3);
 }
@@ -84,12 +83,12 @@ void addBenchmark(const std::string &name, FrameSize size, double limit,
 void addFrames(FrameSize size)
 {
     const auto show = std::make_shared<BenchShow>(QSizeF(size.width, size.height));
-    addBenchmark("memcpy", size, 0, [size, source = std::vector<char>(std::size_t(size.bytes())),
-                                     target = std::make_shared<std::vector<char>>(
-                                         std::size_t(size.bytes()))] {
-        std::memcpy(target->data(), source.data(), source.size());
-        benchmark::DoNotOptimize(target->data());
-    });
+    addBenchmark("memcpy", size, 0,
+                 [size, source = std::vector<char>(std::size_t(size.bytes())),
+                  target = std::make_shared<std::vector<char>>(std::size_t(size.bytes()))] {
+                     std::memcpy(target->data(), source.data(), source.size());
+                     benchmark::DoNotOptimize(target->data());
+                 });
     for (const bool inDissolve : {false, true}) {
         addBenchmark(inDissolve ? "frame in a dissolve" : "frame at rest", size, 0, [=] {
             show->setInDissolve(inDissolve);
@@ -104,9 +103,8 @@ void addDeviceFrames(FrameSize size)
     const QImage frame = RenderEngine().render(show.document(), std::nullopt).value();
     using Make = DeckLinkFrameBuffer::Result (*)(const QImage &, int, int);
     const auto add = [&](const char *name, Make make, FrameSize target) {
-        addBenchmark(name, size, 0, [=] {
-            benchmark::DoNotOptimize(make(frame, target.width, target.height));
-        });
+        addBenchmark(name, size, 0,
+                     [=] { benchmark::DoNotOptimize(make(frame, target.width, target.height)); });
     };
     add("fill frame", &DeckLinkFrameBuffer::make, size);
     add("key frame", &DeckLinkFrameBuffer::makeAlphaKey, size);

@@ -51,15 +51,15 @@ void Device::unplug()
 
 bool Device::lists(const Mode &mode) const
 {
-    return !m_limits.modes ||
-           std::ranges::find(*m_limits.modes, mode.name) != m_limits.modes->end();
+    return !m_limits.modes
+           || std::ranges::find(*m_limits.modes, mode.name) != m_limits.modes->end();
 }
 
 bool Device::supports(const Mode &mode, BMDPixelFormat format, bool withKeying) const
 {
     const bool isFormatAllowed =
-        !m_limits.formats ||
-        std::ranges::find(*m_limits.formats, format) != m_limits.formats->end();
+        !m_limits.formats
+        || std::ranges::find(*m_limits.formats, format) != m_limits.formats->end();
     // A device without a keyer passes here and says so when it is asked for one.
     return lists(mode) && isFormat(format) && isFormatAllowed && (!withKeying || hasAlpha(format));
 }
@@ -134,13 +134,13 @@ bool Device::accepts(const FrameShape &frame) const
 {
     const auto &formats = m_limitsAtStart.formats;
     const bool isFormatAllowed =
-        isFormat(frame.pixelFormat) &&
-        (!formats || std::ranges::find(*formats, frame.pixelFormat) != formats->end()) &&
-        (!m_isKeyerEnabled || hasAlpha(frame.pixelFormat));
-    const bool isSizeAllowed = m_limitsAtStart.acceptsAnySize ||
-                               (frame.width == m_mode->width && frame.height == m_mode->height);
-    return isFormatAllowed && isSizeAllowed && frame.width > 0 && frame.height > 0 &&
-           frame.rowBytes == rowBytes(frame.pixelFormat, frame.width);
+        isFormat(frame.pixelFormat)
+        && (!formats || std::ranges::find(*formats, frame.pixelFormat) != formats->end())
+        && (!m_isKeyerEnabled || hasAlpha(frame.pixelFormat));
+    const bool isSizeAllowed = m_limitsAtStart.acceptsAnySize
+                               || (frame.width == m_mode->width && frame.height == m_mode->height);
+    return isFormatAllowed && isSizeAllowed && frame.width > 0 && frame.height > 0
+           && frame.rowBytes == rowBytes(frame.pixelFormat, frame.width);
 }
 
 Cadence::Time Device::noteDisplayCall(Cadence::Time now, bool isFreeRunning)

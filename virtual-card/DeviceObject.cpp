@@ -53,12 +53,12 @@ HRESULT DeviceObject::QueryInterface(REFIID identifier, void **object)
     const bool hasKeyer =
         card.withDevice(m_device, [](const Device &device) { return device.hasKeyer(); });
     const bool isRefused =
-        (identifier == IDeckLinkOutput::iid &&
-         (card.version() < firstBufferVersion || refuses("QueryInterface.IDeckLinkOutput"))) ||
-        (identifier == IDeckLinkProfileAttributes::iid &&
-         refuses("QueryInterface.IDeckLinkProfileAttributes")) ||
-        (identifier == IDeckLinkKeyer::iid &&
-         (!hasKeyer || refuses("QueryInterface.IDeckLinkKeyer")));
+        (identifier == IDeckLinkOutput::iid
+         && (card.version() < firstBufferVersion || refuses("QueryInterface.IDeckLinkOutput")))
+        || (identifier == IDeckLinkProfileAttributes::iid
+            && refuses("QueryInterface.IDeckLinkProfileAttributes"))
+        || (identifier == IDeckLinkKeyer::iid
+            && (!hasKeyer || refuses("QueryInterface.IDeckLinkKeyer")));
     if (!isRefused)
         return DriverObject::QueryInterface(identifier, object);
     if (object)

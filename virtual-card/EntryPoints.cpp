@@ -51,9 +51,9 @@ public:
         if (item != BMDDeckLinkAPIVersion)
             return E_INVALIDARG;
         const std::uint32_t version = Card::instance().version();
-        const std::string text = std::to_string(version >> 24) + "." +
-                                 std::to_string(version >> 16 & 0xFF) + "." +
-                                 std::to_string(version >> 8 & 0xFF);
+        const std::string text = std::to_string(version >> 24) + "."
+                                 + std::to_string(version >> 16 & 0xFF) + "."
+                                 + std::to_string(version >> 8 & 0xFF);
         return giveText(text.c_str(), value);
     }
 };

@@ -67,8 +67,8 @@ inline std::string defaultChannel()
 inline bool isChannelName(std::string_view name)
 {
     const auto isAllowed = [](char letter) {
-        return (letter >= '0' && letter <= '9') || (letter >= 'a' && letter <= 'z') ||
-               (letter >= 'A' && letter <= 'Z') || letter == '-' || letter == '_';
+        return (letter >= '0' && letter <= '9') || (letter >= 'a' && letter <= 'z')
+               || (letter >= 'A' && letter <= 'Z') || letter == '-' || letter == '_';
     };
     if (name.empty() || name.size() > 100)
         return false;
@@ -94,8 +94,8 @@ inline std::string outputLockName(std::string_view channel, int device)
 
 inline const unsigned char *slotData(const SharedFramesHeader &header, std::uint64_t number)
 {
-    return reinterpret_cast<const unsigned char *>(&header) + header.firstSlotOffset +
-           number % sharedFrameSlots * header.slotBytes;
+    return reinterpret_cast<const unsigned char *>(&header) + header.firstSlotOffset
+           + number % sharedFrameSlots * header.slotBytes;
 }
 
 /// Hands the newest frame to `copy(description, bytes)`. False before the first frame, and when the
@@ -113,8 +113,8 @@ bool readNewestFrame(const SharedFramesHeader &header, Copy &&copy)
             continue;
         const SharedFrameDescription frame{slot.number, slot.pixelFormat, slot.width, slot.height,
                                            slot.rowBytes};
-        if (frame.width < 1 || frame.height < 1 || frame.rowBytes < 1 ||
-            frame.size() > header.slotBytes)
+        if (frame.width < 1 || frame.height < 1 || frame.rowBytes < 1
+            || frame.size() > header.slotBytes)
             continue;
         copy(frame, slotData(header, newest));
         std::atomic_thread_fence(std::memory_order_acquire);

@@ -8,8 +8,8 @@
 
 namespace tessara {
 
-/// Runs `work` on another thread and the main loop meanwhile, so that no tick of an output waits for
-/// it. `work` owns all that it touches.
+/// Runs `work` on another thread and the main loop meanwhile, so that no tick of an output waits
+/// for it. `work` owns all that it touches.
 template <typename Result>
 Result inBackground(const std::function<Result()> &work)
 {

@@ -33,9 +33,9 @@ QJsonObject documentState(const CanvasDocument &document)
     for (const CanvasLayerItem &item : document.orderedLayers())
         layers.append(layerState(item));
     QJsonObject state{{QStringLiteral("layers"), layers}};
-    for (const char *name : {"size", "layerOrder", "selectedLayerIDs", "cueTargets",
-                             "layerRunSettings", "layerVisibility", "presetGroupNames",
-                             "isDrawingCustomShape"})
+    for (const char *name :
+         {"size", "layerOrder", "selectedLayerIDs", "cueTargets", "layerRunSettings",
+          "layerVisibility", "presetGroupNames", "isDrawingCustomShape"})
         state.insert(QLatin1String(name),
                      readProperty(&document, QLatin1String(name)).value_or(QJsonValue()));
     return state;

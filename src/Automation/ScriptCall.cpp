@@ -17,8 +17,8 @@ std::vector<QMetaMethod> operationsNamed(const QMetaObject *type, const QString 
     for (int index = QObject::staticMetaObject.methodCount(); index < type->methodCount();
          ++index) {
         const QMetaMethod method = type->method(index);
-        const bool isOperation = method.methodType() != QMetaMethod::Signal
-                                 && method.access() == QMetaMethod::Public;
+        const bool isOperation =
+            method.methodType() != QMetaMethod::Signal && method.access() == QMetaMethod::Public;
         if (isOperation && QLatin1String(method.name()) == name)
             found.push_back(method);
     }
@@ -45,8 +45,8 @@ ScriptResult invoke(QObject *target, const QMetaMethod &method, const QVariantLi
 {
     std::array<QGenericArgument, largestArgumentCount> arguments;
     for (qsizetype index = 0; index < values.size(); ++index)
-        arguments[std::size_t(index)] =
-            QGenericArgument(method.parameterMetaType(int(index)).name(), values[index].constData());
+        arguments[std::size_t(index)] = QGenericArgument(
+            method.parameterMetaType(int(index)).name(), values[index].constData());
     const QMetaType answerType = method.returnMetaType();
     const bool answers = answerType.id() != QMetaType::Void;
     QVariant answer = answers ? QVariant(answerType) : QVariant();
@@ -56,8 +56,8 @@ ScriptResult invoke(QObject *target, const QMetaMethod &method, const QVariantLi
     const auto &a = arguments;
     if (!method.invoke(target, Qt::DirectConnection, slot, a[0], a[1], a[2], a[3], a[4], a[5], a[6],
                        a[7], a[8], a[9]))
-        return tl::unexpected(QStringLiteral("'%1' could not be called")
-                                  .arg(QLatin1String(method.name())));
+        return tl::unexpected(
+            QStringLiteral("'%1' could not be called").arg(QLatin1String(method.name())));
     return encodeValue(answer);
 }
 
@@ -128,8 +128,7 @@ ScriptResult writeProperty(QObject *target, const QString &property, const QJson
             QStringLiteral("property '%1' on %2 is read-only").arg(property, className(target)));
     const tl::expected<QVariant, QString> decoded = decodeValue(value, found->metaType());
     if (!decoded)
-        return tl::unexpected(
-            QStringLiteral("property '%1': %2").arg(property, decoded.error()));
+        return tl::unexpected(QStringLiteral("property '%1': %2").arg(property, decoded.error()));
     if (!found->write(target, *decoded))
         return tl::unexpected(QStringLiteral("property '%1' could not be written").arg(property));
     return QJsonValue();

@@ -43,13 +43,11 @@ QJsonObject description(const VirtualCardFrames &frames)
                                 {QStringLiteral("p99"), frames.intervals.p99},
                                 {QStringLiteral("max"), frames.intervals.max},
                                 {QStringLiteral("offBeat"), frames.intervals.offBeat}};
-    return {{QStringLiteral("sent"), frames.sent},
-            {QStringLiteral("waited"), frames.waited},
-            {QStringLiteral("format"), frames.format},
-            {QStringLiteral("width"), frames.width},
-            {QStringLiteral("height"), frames.height},
-            {QStringLiteral("rowBytes"), frames.rowBytes},
-            {QStringLiteral("intervals"), intervals}};
+    return {
+        {QStringLiteral("sent"), frames.sent},     {QStringLiteral("waited"), frames.waited},
+        {QStringLiteral("format"), frames.format}, {QStringLiteral("width"), frames.width},
+        {QStringLiteral("height"), frames.height}, {QStringLiteral("rowBytes"), frames.rowBytes},
+        {QStringLiteral("intervals"), intervals}};
 }
 
 tl::expected<QStringList, QString> namesIn(const QJsonValue &value)
@@ -122,9 +120,9 @@ ScriptResult ScriptCard::save(int device, const QString &path) const
     if (!isPicture && !path.endsWith(QStringLiteral(".raw")))
         return tl::unexpected(QStringLiteral("a card's frame is saved as .png or .raw"));
     const QImage picture = isPicture ? card->newestImage(device) : QImage();
-    const QByteArray bytes =
-        isPicture ? inBackground<QByteArray>([picture] { return pngBytes(picture); })
-                  : frame->bytes;
+    const QByteArray bytes = isPicture
+                                 ? inBackground<QByteArray>([picture] { return pngBytes(picture); })
+                                 : frame->bytes;
     return writeFile(path, bytes).map([] { return QJsonValue(); });
 }
 

@@ -96,8 +96,7 @@ ScriptResult ScriptFrame::make(const QString &kind, int width, int height, const
     if (!made)
         return tl::unexpected(text(made.error()));
     const QJsonObject result = measured(made->width, made->height, timer);
-    const QByteArray bytes(reinterpret_cast<const char *>(made->data.data()),
-                           made->data.size());
+    const QByteArray bytes(reinterpret_cast<const char *>(made->data.data()), made->data.size());
     return writeFile(path, bytes).map([&] { return QJsonValue(result); });
 }
 

@@ -56,8 +56,7 @@ Codec integerCodec()
             [](const QJsonValue &json) -> Decoded {
                 // Up to here a double counts every whole number.
                 constexpr double exact = 9007199254740992.0;
-                const double least =
-                    std::max(double(std::numeric_limits<Integer>::min()), -exact);
+                const double least = std::max(double(std::numeric_limits<Integer>::min()), -exact);
                 const double most = std::min(double(std::numeric_limits<Integer>::max()), exact);
                 if (!isWhole(json, least, most))
                     return wanted("a whole number");
@@ -153,8 +152,7 @@ Codec rectCodec()
                 const auto size = pairOf(json.toArray().at(1));
                 if (json.toArray().size() != 2 || !origin || !size)
                     return wanted("a rectangle [[x, y], [width, height]]");
-                return decoded(
-                    QRectF(origin->first, origin->second, size->first, size->second));
+                return decoded(QRectF(origin->first, origin->second, size->first, size->second));
             }};
 }
 
@@ -163,18 +161,18 @@ Codec rectCodec()
 template <typename Value>
 Codec optionalCodec()
 {
-    return {[](const QVariant &value) -> Encoded {
-                const auto optional = value.value<std::optional<Value>>();
-                return optional ? encodeValue(QVariant::fromValue(*optional)) : Encoded(QJsonValue());
-            },
-            [](const QJsonValue &json) -> Decoded {
-                if (json.isNull())
-                    return decoded(std::optional<Value>());
-                return decodeValue(json, QMetaType::fromType<Value>())
-                    .map([](const QVariant &value) {
-                        return QVariant::fromValue(std::optional<Value>(value.value<Value>()));
-                    });
-            }};
+    return {
+        [](const QVariant &value) -> Encoded {
+            const auto optional = value.value<std::optional<Value>>();
+            return optional ? encodeValue(QVariant::fromValue(*optional)) : Encoded(QJsonValue());
+        },
+        [](const QJsonValue &json) -> Decoded {
+            if (json.isNull())
+                return decoded(std::optional<Value>());
+            return decodeValue(json, QMetaType::fromType<Value>()).map([](const QVariant &value) {
+                return QVariant::fromValue(std::optional<Value>(value.value<Value>()));
+            });
+        }};
 }
 
 template <typename Container>
@@ -300,9 +298,7 @@ Codec pictureCodec()
 
 Codec colorCodec()
 {
-    return {[](const QVariant &value) {
-                return Encoded(value.value<RGBAColor>().toJson());
-            },
+    return {[](const QVariant &value) { return Encoded(value.value<RGBAColor>().toJson()); },
             [](const QJsonValue &json) -> Decoded {
                 return RGBAColor::fromJson(json).map(
                     [](const RGBAColor &color) { return QVariant::fromValue(color); });
@@ -427,8 +423,7 @@ Decoded decodeRecord(const QJsonValue &json, QMetaType type)
         const QMetaProperty property = record->property(index);
         const Decoded part = decodeValue(field.value(), property.metaType());
         if (!part)
-            return tl::unexpected(
-                QStringLiteral("field '%1': %2").arg(field.key(), part.error()));
+            return tl::unexpected(QStringLiteral("field '%1': %2").arg(field.key(), part.error()));
         if (!property.writeOnGadget(value.data(), *part))
             return tl::unexpected(QStringLiteral("field '%1' is read-only").arg(field.key()));
     }

@@ -21,8 +21,7 @@ ApplicationSupport::ApplicationSupport(const QString &directory)
 QString ApplicationSupport::directory() const
 {
     if (QDir().mkpath(m_directory))
-        QFile::setPermissions(m_directory,
-                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QFile::setPermissions(m_directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return m_directory;
 }
 

@@ -9,9 +9,9 @@ namespace tessara {
 
 /// Delivers a watched value once it has been quiet for a while.
 ///
-/// The value at the start counts as the first of the series. Equal neighbours are one. What has stood
-/// for `quiet` passes, and the first that passes is dropped: it is the value at the start or, if that
-/// changed within the quiet time, the change.
+/// The value at the start counts as the first of the series. Equal neighbours are one. What has
+/// stood for `quiet` passes, and the first that passes is dropped: it is the value at the start or,
+/// if that changed within the quiet time, the change.
 template <typename Value>
 class Debounce
 {

@@ -52,7 +52,10 @@ bool replaceValue(Value &field, const Value &value)
 #define TESSARA_OBSERVABLE(Type, name, setName, ...)                                               \
 public:                                                                                            \
     Q_PROPERTY(Type name READ name WRITE setName NOTIFY name##Changed FINAL)                       \
-    const Type &name() const { return m_##name; }                                                  \
+    const Type &name() const                                                                       \
+    {                                                                                              \
+        return m_##name;                                                                           \
+    }                                                                                              \
     void setName(const Type &value)                                                                \
     {                                                                                              \
         if (tessara::replaceValue(m_##name, value))                                                \

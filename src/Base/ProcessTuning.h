@@ -4,11 +4,12 @@
 namespace tessara {
 
 /// Runs this thread before ordinary ones and wakes it on time, since every frame leaves from it.
-/// Threads that it starts later inherit that. Where the user has no right to it, all stays as it was.
+/// Threads that it starts later inherit that. Where the user has no right to it, all stays as it
+/// was.
 void raiseThreadPriority();
 
-/// Keeps freed memory for the next frame: a freshly mapped one costs more in page faults than many a
-/// frame does in drawing. To be called before the first frame.
+/// Keeps freed memory for the next frame: a freshly mapped one costs more in page faults than many
+/// a frame does in drawing. To be called before the first frame.
 void keepFreedMemory();
 
 } // namespace tessara

@@ -21,8 +21,7 @@ template <typename Enum>
 std::optional<Enum> fromRawString(QStringView text)
 {
     bool known = false;
-    const int value =
-        QMetaEnum::fromType<Enum>().keyToValue(text.toLatin1().constData(), &known);
+    const int value = QMetaEnum::fromType<Enum>().keyToValue(text.toLatin1().constData(), &known);
     // keyToValue() would also take a scoped name, which no file spells.
     if (!known || rawString(Enum(value)) != text)
         return std::nullopt;

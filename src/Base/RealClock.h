@@ -7,8 +7,8 @@
 
 namespace tessara {
 
-/// Needs a running Qt event loop. One timer of the kernel wakes it for the next alarm, since a QTimer
-/// counts whole milliseconds and could not hold a rate of 29.97.
+/// Needs a running Qt event loop. One timer of the kernel wakes it for the next alarm, since a
+/// QTimer counts whole milliseconds and could not hold a rate of 29.97.
 class RealClock : public Clock
 {
 public:

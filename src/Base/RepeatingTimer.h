@@ -5,8 +5,8 @@
 
 namespace tessara {
 
-/// Calls back at whole multiples of its interval. Beats that the main thread was too busy to take are
-/// counted and left out, never made up for. Dropping the timer stops it.
+/// Calls back at whole multiples of its interval. Beats that the main thread was too busy to take
+/// are counted and left out, never made up for. Dropping the timer stops it.
 class RepeatingTimer
 {
 public:

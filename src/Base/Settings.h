@@ -8,8 +8,9 @@
 
 namespace tessara {
 
-/// One JSON file that only its user may read. A write replaces the file in one step, so that a crash
-/// leaves the old settings or the new ones. A file that can't be read is put aside, never overwritten.
+/// One JSON file that only its user may read. A write replaces the file in one step, so that a
+/// crash leaves the old settings or the new ones. A file that can't be read is put aside, never
+/// overwritten.
 class Settings
 {
 public:

@@ -8,8 +8,8 @@
 
 namespace tessara {
 
-/// A running coroutine. Cancelling or dropping it ends it where it waits; a task that cancels itself
-/// runs on to its next wait, which then answers false.
+/// A running coroutine. Cancelling or dropping it ends it where it waits; a task that cancels
+/// itself runs on to its next wait, which then answers false.
 ///
 /// It starts within the call that makes it. A task whose first step belongs to the next turn of the
 /// main loop awaits `Clock::nextTurn()` first. Coroutines take their arguments by value.

@@ -20,8 +20,7 @@ tl::expected<void, QString> started(DeckLinkManager &manager, DeckLinkStartMode 
 }
 
 /// An output that fails without a word is no reason to stop.
-tl::expected<void, QString> sent(DeckLinkManager &manager,
-                                 const DeckLinkFrameBuffer::Result &frame)
+tl::expected<void, QString> sent(DeckLinkManager &manager, const DeckLinkFrameBuffer::Result &frame)
 {
     if (!frame)
         return tl::unexpected(text(frame.error()));
@@ -121,12 +120,10 @@ tl::expected<void, QString> AppState::startKeyAndFill()
     if (!m_key.selectedDeviceIndex())
         return tl::unexpected(QStringLiteral("Select Key device"));
     if (m_fill.selectedDeviceIndex() == m_key.selectedDeviceIndex())
-        return tl::unexpected(
-            QStringLiteral("Choose different devices for Fill and Key outputs"));
+        return tl::unexpected(QStringLiteral("Choose different devices for Fill and Key outputs"));
     syncKeyModeWithFillMode();
     if (!m_key.selectedModeID())
-        return tl::unexpected(
-            QStringLiteral("Selected Fill mode is unavailable on Key device"));
+        return tl::unexpected(QStringLiteral("Selected Fill mode is unavailable on Key device"));
     tl::expected<void, QString> fill = started(m_fill, DeckLinkStartMode::standard);
     if (!fill)
         return fill;

@@ -28,8 +28,8 @@ class AppState : public QObject
     Q_PROPERTY(bool canStartDeckLinkOutputFromConfig READ canStartDeckLinkOutputFromConfig NOTIFY
                    outputChanged FINAL)
     Q_PROPERTY(bool isKeyModeReady READ isKeyModeReady NOTIFY outputChanged FINAL)
-    Q_PROPERTY(std::optional<QString> keyModeStatusText READ keyModeStatusText NOTIFY outputChanged
-                   FINAL)
+    Q_PROPERTY(
+        std::optional<QString> keyModeStatusText READ keyModeStatusText NOTIFY outputChanged FINAL)
     /// Ticks of the running output that the main thread was too busy to take.
     Q_PROPERTY(quint64 missedTicks READ missedTicks FINAL)
     /// Kept for scripts and logs; the windows show the managers' own messages.

@@ -14,9 +14,8 @@ constexpr double rateTolerance = 0.02; // frames a second; from there on two mod
 std::optional<DeckLinkDisplayMode> matchingMode(const QList<DeckLinkDisplayMode> &modes,
                                                 const DeckLinkDisplayMode &wanted)
 {
-    const auto same = std::find_if(modes.begin(), modes.end(), [&](const auto &mode) {
-        return mode.modeID == wanted.modeID;
-    });
+    const auto same = std::find_if(modes.begin(), modes.end(),
+                                   [&](const auto &mode) { return mode.modeID == wanted.modeID; });
     if (same != modes.end())
         return *same;
     const auto alike = std::find_if(modes.begin(), modes.end(), [&](const auto &mode) {

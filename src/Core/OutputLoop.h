@@ -3,11 +3,11 @@
 
 #include "Base/RepeatingTimer.h"
 
-
 namespace tessara {
 
-/// Calls `send` at the output's rate. Each beat starts a task of its own on the main thread, so that
-/// what is due in the same turn of the main loop, a step of a take above all, comes before the frame.
+/// Calls `send` at the output's rate. Each beat starts a task of its own on the main thread, so
+/// that what is due in the same turn of the main loop, a step of a take above all, comes before the
+/// frame.
 class OutputLoop
 {
 public:

@@ -70,8 +70,8 @@ std::optional<quint32> DeckLinkLibrary::driverVersion() const
         return std::nullopt;
     const DeckLinkReference<decklink::IDeckLinkAPIInformation> information(create());
     std::int64_t version = 0;
-    if (!information ||
-        information->GetInt(decklink::BMDDeckLinkAPIVersion, &version) != decklink::S_OK)
+    if (!information
+        || information->GetInt(decklink::BMDDeckLinkAPIVersion, &version) != decklink::S_OK)
         return std::nullopt;
     return quint32(version);
 }

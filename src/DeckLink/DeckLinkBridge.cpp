@@ -87,8 +87,8 @@ openKeyer(const DeckLinkReference<IDeckLink> &device)
 QString noOutputText(HRESULT answer)
 {
     const bool isOldDriver =
-        answer == E_NOINTERFACE &&
-        deckLinkDriverVersion().value_or(oldestDeckLinkDriver) < oldestDeckLinkDriver;
+        answer == E_NOINTERFACE
+        && deckLinkDriverVersion().value_or(oldestDeckLinkDriver) < oldestDeckLinkDriver;
     return isOldDriver ? deckLinkDriverTooOldText()
                        : QStringLiteral("Selected device does not support output.");
 }
@@ -262,8 +262,8 @@ DeckLinkBridge::Converted DeckLinkBridge::converted(const Rows &frame, int width
 DeckLinkBridge::Converted DeckLinkBridge::packedForDevice(Rows frame, int width, int height) const
 {
     std::int32_t deviceRowBytes = 0;
-    if (m_output->RowBytesForPixelFormat(m_pixelFormat, width, &deviceRowBytes) != S_OK ||
-        deviceRowBytes < 1)
+    if (m_output->RowBytesForPixelFormat(m_pixelFormat, width, &deviceRowBytes) != S_OK
+        || deviceRowBytes < 1)
         return Failure(QStringLiteral("RowBytesForPixelFormat failed."));
     if (deviceRowBytes == frame.rowBytes)
         return frame;

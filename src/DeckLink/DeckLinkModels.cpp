@@ -21,8 +21,8 @@ QString DeckLinkDisplayMode::displayLabel() const
     const QString size = QStringLiteral("%1x%2").arg(width).arg(height);
     if (rate() <= 0)
         return name + QStringLiteral(" (") + size + QLatin1Char(')');
-    return name + QStringLiteral(" (") + size + QStringLiteral(" @ ") +
-           QString::number(rate(), 'f', 2) + QStringLiteral(" fps)");
+    return name + QStringLiteral(" (") + size + QStringLiteral(" @ ")
+           + QString::number(rate(), 'f', 2) + QStringLiteral(" fps)");
 }
 
 int DeckLinkDisplayMode::modeScore() const
@@ -40,8 +40,8 @@ int DeckLinkDisplayMode::modeScore() const
 bool DeckLinkDisplayMode::isPreferred() const
 {
     const QString plain = plainName(name);
-    return plain.contains(QLatin1String("1080p50")) ||
-           plain.contains(QLatin1String("1080p59.94")) || plain.contains(QLatin1String("1080p59"));
+    return plain.contains(QLatin1String("1080p50")) || plain.contains(QLatin1String("1080p59.94"))
+           || plain.contains(QLatin1String("1080p59"));
 }
 
 } // namespace tessara

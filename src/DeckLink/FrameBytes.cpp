@@ -98,8 +98,8 @@ bool FrameBytes::operator==(const FrameBytes &other) const
 {
     if (m_size != other.m_size)
         return false;
-    return m_bytes == other.m_bytes ||
-           std::memcmp(m_bytes.get(), other.m_bytes.get(), std::size_t(m_size)) == 0;
+    return m_bytes == other.m_bytes
+           || std::memcmp(m_bytes.get(), other.m_bytes.get(), std::size_t(m_size)) == 0;
 }
 
 } // namespace tessara

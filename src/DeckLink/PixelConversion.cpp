@@ -91,8 +91,8 @@ inline quint32 yuvPair(quint32 first, quint32 second)
     const Chroma two = chromaOf(qint16(blue(second)), qint16(green(second)), qint16(red(second)));
     const auto cb = quint16((quint16(one.u + two.u) >> 1 & 0xFF) ^ 128);
     const auto cr = quint16((quint16(one.v + two.v) >> 1 & 0xFF) ^ 128);
-    return cb | lumaOf(blue(first), green(first), red(first)) << 8 | quint32(cr) << 16 |
-           lumaOf(blue(second), green(second), red(second)) << 24;
+    return cb | lumaOf(blue(first), green(first), red(first)) << 8 | quint32(cr) << 16
+           | lumaOf(blue(second), green(second), red(second)) << 24;
 }
 
 TESSARA_VECTOR_CLONES

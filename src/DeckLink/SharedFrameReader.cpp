@@ -28,8 +28,8 @@ public:
         struct stat status = {};
         void *memory = MAP_FAILED;
         // Nobody else's frames, should somebody else have made a segment of that name.
-        if (fstat(file, &status) == 0 && status.st_uid == getuid() &&
-            status.st_size >= off_t(sizeof(SharedFramesHeader)))
+        if (fstat(file, &status) == 0 && status.st_uid == getuid()
+            && status.st_size >= off_t(sizeof(SharedFramesHeader)))
             memory = mmap(nullptr, size_t(status.st_size), PROT_READ, MAP_SHARED, file, 0);
         close(file);
         if (memory == MAP_FAILED)
@@ -62,11 +62,11 @@ private:
     bool isSound() const
     {
         const SharedFramesHeader &record = header();
-        return record.magic.load(std::memory_order_acquire) == sharedFramesMagic &&
-               record.version == sharedFramesVersion && record.totalBytes == m_size &&
-               record.firstSlotOffset >= sizeof(SharedFramesHeader) &&
-               record.firstSlotOffset <= m_size &&
-               record.slotBytes <= (m_size - record.firstSlotOffset) / sharedFrameSlots;
+        return record.magic.load(std::memory_order_acquire) == sharedFramesMagic
+               && record.version == sharedFramesVersion && record.totalBytes == m_size
+               && record.firstSlotOffset >= sizeof(SharedFramesHeader)
+               && record.firstSlotOffset <= m_size
+               && record.slotBytes <= (m_size - record.firstSlotOffset) / sharedFrameSlots;
     }
 
     void *m_memory;
@@ -75,7 +75,7 @@ private:
 
 SharedFrameReader::SharedFrameReader(int device, const QString &channel)
     : m_name(QString::fromStdString(
-          sharedFramesName(channel.isEmpty() ? defaultChannel() : channel.toStdString(), device)))
+        sharedFramesName(channel.isEmpty() ? defaultChannel() : channel.toStdString(), device)))
 {
 }
 

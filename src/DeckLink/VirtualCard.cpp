@@ -46,8 +46,8 @@ std::optional<VirtualCard> VirtualCard::find()
     const auto entry = reinterpret_cast<const TessaraVirtualCardInstruments *(*)()>(
         deckLinkLibrary().symbol("TessaraVirtualCardInstruments_0001"));
     const TessaraVirtualCardInstruments *instruments = entry ? entry() : nullptr;
-    if (!instruments || instruments->version != knownVersion ||
-        instruments->size < sizeof(TessaraVirtualCardInstruments))
+    if (!instruments || instruments->version != knownVersion
+        || instruments->size < sizeof(TessaraVirtualCardInstruments))
         return std::nullopt;
     return VirtualCard(instruments);
 }
@@ -71,14 +71,14 @@ std::optional<VirtualCardFrames> VirtualCard::frames(int device) const
     TessaraVirtualCardFrames frames = {};
     if (!m_instruments->frames(device, &frames))
         return std::nullopt;
-    return VirtualCardFrames{frames.sent,
-                             frames.waited,
-                             nameOfFormat(frames.pixelFormat),
-                             frames.width,
-                             frames.height,
-                             frames.rowBytes,
-                             {frames.intervalP50, frames.intervalP99, frames.intervalMax,
-                              frames.offBeat}};
+    return VirtualCardFrames{
+        frames.sent,
+        frames.waited,
+        nameOfFormat(frames.pixelFormat),
+        frames.width,
+        frames.height,
+        frames.rowBytes,
+        {frames.intervalP50, frames.intervalP99, frames.intervalMax, frames.offBeat}};
 }
 
 std::optional<VirtualCardFrame> VirtualCard::newestFrame(int device) const

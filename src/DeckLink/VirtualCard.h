@@ -31,9 +31,9 @@ struct VirtualCardDevice
 /// Between display calls.
 struct VirtualCardIntervals
 {
-    double p50 = 0; // s
-    double p99 = 0; // s
-    double max = 0; // s
+    double p50 = 0;     // s
+    double p99 = 0;     // s
+    double max = 0;     // s
     qint64 offBeat = 0; // those that miss the mode's interval by more than 4 ms
 };
 

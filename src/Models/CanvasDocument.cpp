@@ -123,8 +123,7 @@ ShapeLayer *CanvasDocument::addTemplateShapeLayer(ShapeKind kind)
 ShapeLayer *CanvasDocument::addCustomShapeLayer(QPointF position, QSizeF size,
                                                 const QList<QPointF> &normalizedPoints)
 {
-    return added(
-        factory().customShape(position, size, normalizedPoints, nextNumber<ShapeLayer>()));
+    return added(factory().customShape(position, size, normalizedPoints, nextNumber<ShapeLayer>()));
 }
 
 WebLayer *CanvasDocument::addWebLayer()
@@ -147,8 +146,7 @@ Model3DLayer *CanvasDocument::addModel3DLayer(const QUrl &url)
     return added(factory().model3D(url, nextNumber<Model3DLayer>()));
 }
 
-ScoreLayer *CanvasDocument::addScoreLayer(ScoreTemplate scoreTemplate,
-                                          ScoreSportPreset sportPreset)
+ScoreLayer *CanvasDocument::addScoreLayer(ScoreTemplate scoreTemplate, ScoreSportPreset sportPreset)
 {
     return added(factory().score(scoreTemplate, sportPreset, nextNumber<ScoreLayer>()));
 }
@@ -299,8 +297,8 @@ void CanvasDocument::reorderLayers(const QList<QUuid> &ids)
 {
     const QList<QUuid> order(ids.rbegin(), ids.rend());
     // A list that lacks a layer would take it out of the picture.
-    const bool isComplete = std::is_permutation(order.begin(), order.end(), m_layerOrder.begin(),
-                                                m_layerOrder.end());
+    const bool isComplete =
+        std::is_permutation(order.begin(), order.end(), m_layerOrder.begin(), m_layerOrder.end());
     if (!isComplete || order == m_layerOrder)
         return;
     const QList<QUuid> old = std::exchange(m_layerOrder, order);
@@ -317,8 +315,8 @@ void CanvasDocument::commitCustomShapeDraw(const QList<QPointF> &canvasPoints)
     const QSizeF size(std::max(bounds.width(), 1.0), std::max(bounds.height(), 1.0));
     QList<QPointF> normalized;
     for (const QPointF &point : canvasPoints)
-        normalized.append({(point.x() - bounds.x()) / size.width(),
-                           (point.y() - bounds.y()) / size.height()});
+        normalized.append(
+            {(point.x() - bounds.x()) / size.width(), (point.y() - bounds.y()) / size.height()});
     addCustomShapeLayer(bounds.topLeft(), size, normalized);
 }
 

@@ -50,9 +50,7 @@ void CanvasDocument::setPresetGroup(const QUuid &id, const std::optional<QUuid> 
                           [&](ImageLayer *image) { image->setPresetGroupID(groupID); },
                           [&](ShapeLayer *shape) { shape->setPresetGroupID(groupID); },
                           [&](WebLayer *web) { web->setPresetGroupID(groupID); },
-                          [](ScoreLayer *) {},
-                          [](Model3DLayer *) {},
-                          [](WindowCaptureLayer *) {},
+                          [](ScoreLayer *) {}, [](Model3DLayer *) {}, [](WindowCaptureLayer *) {},
                           [](CountdownLayer *) {}},
                *item);
 }

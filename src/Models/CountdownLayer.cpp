@@ -12,8 +12,8 @@ constexpr double longestTime = 3.6e9; // s; a million hours
 
 } // namespace
 
-CountdownLayer::CountdownLayer(Clock &clock, const QUuid &id, const QString &name,
-                               QPointF position, QSizeF size)
+CountdownLayer::CountdownLayer(Clock &clock, const QUuid &id, const QString &name, QPointF position,
+                               QSizeF size)
     : SizedLayer(id, name, position, size)
     , m_clock(clock)
 {
@@ -79,9 +79,9 @@ RGBAColor CountdownLayer::currentColor() const
 
 QFont::Weight CountdownLayer::resolvedFontWeight() const
 {
-    constexpr QFont::Weight weights[] = {QFont::Thin,     QFont::ExtraLight, QFont::Light,
-                                         QFont::Normal,   QFont::Medium,     QFont::DemiBold,
-                                         QFont::Bold,     QFont::ExtraBold};
+    constexpr QFont::Weight weights[] = {QFont::Thin,   QFont::ExtraLight, QFont::Light,
+                                         QFont::Normal, QFont::Medium,     QFont::DemiBold,
+                                         QFont::Bold,   QFont::ExtraBold};
     if (m_fontWeight < 1 || m_fontWeight > qint64(std::size(weights)))
         return QFont::Black;
     return weights[m_fontWeight - 1];

@@ -5,8 +5,8 @@
 
 namespace tessara {
 
-/// Every notice is silent by default. Whoever records macros, keeps the history or caches live views
-/// overrides what it wants to hear.
+/// Every notice is silent by default. Whoever records macros, keeps the history or caches live
+/// views overrides what it wants to hear.
 class DocumentHooks
 {
 public:

@@ -9,8 +9,14 @@ namespace tessara {
 
 namespace {
 
-QString systemFamily() { return QStringLiteral("Inter"); }
-QString tabularFamily() { return QStringLiteral("Inter Tabular"); }
+QString systemFamily()
+{
+    return QStringLiteral("Inter");
+}
+QString tabularFamily()
+{
+    return QStringLiteral("Inter Tabular");
+}
 
 // Named, so that every machine falls back to the same faces.
 QStringList withFallbacks(QStringList families)

@@ -54,8 +54,7 @@ ImageLayer::ImageLayer(const QUuid &id, const QString &name, const Picture &imag
     setIsLocked(options.isLocked);
     setIsAspectRatioLocked(options.isAspectRatioLocked);
     const std::optional<double> ownRatio = aspectRatio(image.size());
-    setLockedAspectRatio(
-        ownRatio ? *ownRatio : aspectRatio(size).value_or(standardAspectRatio));
+    setLockedAspectRatio(ownRatio ? *ownRatio : aspectRatio(size).value_or(standardAspectRatio));
 }
 
 QRectF ImageLayer::normalizedCropRect(QSizeF destination) const
@@ -95,16 +94,10 @@ QPainterPath ImageLayer::maskPath(QRectF rect) const
         path.addEllipse(rect);
         return path;
     case ImageLayerMaskShape::hexagon:
-        return polygonPath(
-            rect, {{0.14, 0}, {0.86, 0}, {1, 0.5}, {0.86, 1}, {0.14, 1}, {0, 0.5}});
+        return polygonPath(rect, {{0.14, 0}, {0.86, 0}, {1, 0.5}, {0.86, 1}, {0.14, 1}, {0, 0.5}});
     case ImageLayerMaskShape::shield:
-        return polygonPath(rect, {{0.22, 0},
-                                  {0.78, 0},
-                                  {1, 0.2},
-                                  {0.88, 0.76},
-                                  {0.5, 1},
-                                  {0.12, 0.76},
-                                  {0, 0.2}});
+        return polygonPath(
+            rect, {{0.22, 0}, {0.78, 0}, {1, 0.2}, {0.88, 0.76}, {0.5, 1}, {0.12, 0.76}, {0, 0.2}});
     }
     Q_UNREACHABLE();
 }

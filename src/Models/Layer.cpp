@@ -2,7 +2,6 @@
 
 #include "Models/LayerGeometry.h"
 
-
 namespace tessara {
 
 Layer::Layer(const QUuid &id, const QString &name, QPointF position)

@@ -34,7 +34,7 @@ private:
 class SizedLayer : public Layer
 {
     Q_OBJECT
-    TESSARA_OBSERVABLE(QSizeF, size, setSize) // canvas units
+    TESSARA_OBSERVABLE(QSizeF, size, setSize)          // canvas units
     TESSARA_OBSERVABLE(double, opacity, setOpacity, 1) // 0 to 1
 
 public:

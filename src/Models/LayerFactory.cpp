@@ -69,8 +69,8 @@ TextLayer *LayerFactory::text(qsizetype number) const
 ImageLayer *LayerFactory::image(const Picture &picture, const QUrl &source) const
 {
     const QSizeF size = fittedImageSize(picture.size());
-    return new ImageLayer(QUuid::createUuid(), QFileInfo(source.path()).completeBaseName(),
-                          picture, source, centred(size), size);
+    return new ImageLayer(QUuid::createUuid(), QFileInfo(source.path()).completeBaseName(), picture,
+                          source, centred(size), size);
 }
 
 ShapeLayer *LayerFactory::templateShape(ShapeKind kind, qsizetype number) const
@@ -122,8 +122,9 @@ ScoreLayer *LayerFactory::score(ScoreTemplate scoreTemplate, ScoreSportPreset sp
                                 qsizetype number) const
 {
     const QSizeF size = ScoreLayer::templateSize(scoreTemplate);
-    const QPointF position(centred(size).x(),
-                           std::max(m_canvasSize.height() - size.height() - scoreBottomMargin, 0.0));
+    const QPointF position(
+        centred(size).x(),
+        std::max(m_canvasSize.height() - size.height() - scoreBottomMargin, 0.0));
     return new ScoreLayer(QUuid::createUuid(), numbered("Score", number), scoreTemplate,
                           sportPreset, position, size);
 }
@@ -162,8 +163,8 @@ TextLayer *LayerFactory::copyOf(const TextLayer &source) const
     const QPointF position(
         std::min(source.position().x() + duplicateOffset, m_canvasSize.width() - 1),
         std::min(source.position().y() + duplicateOffset, m_canvasSize.height() - 1));
-    auto *copy = new TextLayer(QUuid::createUuid(), duplicateName(source.name()), source.text(),
-                               position);
+    auto *copy =
+        new TextLayer(QUuid::createUuid(), duplicateName(source.name()), source.text(), position);
     copy->setFontSize(source.fontSize());
     copy->setFontFamily(source.fontFamily());
     copy->setFontWeight(source.fontWeight());
@@ -189,19 +190,17 @@ ImageLayer *LayerFactory::copyOf(const ImageLayer &source) const
         .maskPadding = source.maskPadding(),
         .presetGroupID = {},
     };
-    auto *copy = new ImageLayer(QUuid::createUuid(), duplicateName(source.name()), source.image(),
-                                source.sourceURL(),
-                                nudgedPosition(source.position(), source.size()), source.size(),
-                                options);
+    auto *copy = new ImageLayer(
+        QUuid::createUuid(), duplicateName(source.name()), source.image(), source.sourceURL(),
+        nudgedPosition(source.position(), source.size()), source.size(), options);
     copy->setLockedAspectRatio(source.lockedAspectRatio());
     return copy;
 }
 
 ShapeLayer *LayerFactory::copyOf(const ShapeLayer &source) const
 {
-    auto *copy =
-        new ShapeLayer(QUuid::createUuid(), duplicateName(source.name()), source.kind(),
-                       nudgedPosition(source.position(), source.size()), source.size());
+    auto *copy = new ShapeLayer(QUuid::createUuid(), duplicateName(source.name()), source.kind(),
+                                nudgedPosition(source.position(), source.size()), source.size());
     copy->setColor(source.color());
     copy->setCornerRadius(source.cornerRadius());
     copy->setCustomPoints(source.customPoints());
@@ -213,10 +212,10 @@ ShapeLayer *LayerFactory::copyOf(const ShapeLayer &source) const
 
 ScoreLayer *LayerFactory::copyOf(const ScoreLayer &source) const
 {
-    auto *copy = new ScoreLayer(QUuid::createUuid(), duplicateName(source.name()),
-                                source.scoreTemplate(), source.sportPreset(),
-                                nudgedPosition(source.position(), source.size()), source.size(),
-                                sanitized(source.cropRectNormalized()));
+    auto *copy =
+        new ScoreLayer(QUuid::createUuid(), duplicateName(source.name()), source.scoreTemplate(),
+                       source.sportPreset(), nudgedPosition(source.position(), source.size()),
+                       source.size(), sanitized(source.cropRectNormalized()));
     copy->setHomeTeam(source.homeTeam());
     copy->setAwayTeam(source.awayTeam());
     copy->setHomeScore(source.homeScore());
@@ -232,9 +231,8 @@ ScoreLayer *LayerFactory::copyOf(const ScoreLayer &source) const
 
 WebLayer *LayerFactory::copyOf(const WebLayer &source) const
 {
-    auto *copy =
-        new WebLayer(QUuid::createUuid(), duplicateName(source.name()), source.urlString(),
-                     nudgedPosition(source.position(), source.size()), source.size());
+    auto *copy = new WebLayer(QUuid::createUuid(), duplicateName(source.name()), source.urlString(),
+                              nudgedPosition(source.position(), source.size()), source.size());
     copy->setOpacity(source.opacity());
     copy->setCornerRadius(source.cornerRadius());
     copy->setIsInteractive(source.isInteractive());
@@ -247,9 +245,8 @@ WebLayer *LayerFactory::copyOf(const WebLayer &source) const
 
 Model3DLayer *LayerFactory::copyOf(const Model3DLayer &source) const
 {
-    auto *copy =
-        new Model3DLayer(QUuid::createUuid(), duplicateName(source.name()),
-                         nudgedPosition(source.position(), source.size()), source.size());
+    auto *copy = new Model3DLayer(QUuid::createUuid(), duplicateName(source.name()),
+                                  nudgedPosition(source.position(), source.size()), source.size());
     copy->setFileURL(source.fileURL());
     copy->setOpacity(source.opacity());
     copy->setCornerRadius(source.cornerRadius());

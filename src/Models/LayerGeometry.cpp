@@ -50,8 +50,7 @@ QRectF aspectFitRect(QSizeF image, QRectF rect)
 {
     if (!aspectRatio(image) || !aspectRatio(rect.size()))
         return rect;
-    const double scale =
-        std::min(rect.width() / image.width(), rect.height() / image.height());
+    const double scale = std::min(rect.width() / image.width(), rect.height() / image.height());
     const QSizeF fitted = image * scale;
     return {rect.x() + (rect.width() - fitted.width()) * 0.5,
             rect.y() + (rect.height() - fitted.height()) * 0.5, fitted.width(), fitted.height()};

@@ -9,7 +9,7 @@ namespace tessara {
 
 namespace {
 
-constexpr double shortestRamp = 0.02;  // s; anything shorter is a cut
+constexpr double shortestRamp = 0.02; // s; anything shorter is a cut
 constexpr double leastDelay = 0.0001; // s
 // Written at this rate whatever the output's: every frame reads the newest value.
 constexpr int rampStepsPerSecond = 60;
@@ -83,8 +83,8 @@ LayerTakes::Transition LayerTakes::transitionFor(const QUuid &id, bool useRunTra
 
 void LayerTakes::runTransition(const QUuid &id, bool onAir, Transition transition)
 {
-    const bool isAnimated = transition.style != LayerRunTransitionStyle::cut
-                            && transition.duration >= shortestRamp;
+    const bool isAnimated =
+        transition.style != LayerRunTransitionStyle::cut && transition.duration >= shortestRamp;
     if (isAnimated) {
         onAir ? takeIn(id, transition.duration) : takeOut(id, transition.duration);
         return;
@@ -257,8 +257,7 @@ QSizeF LayerTakes::effectiveTransitionOffset(const QUuid &id, bool isHidden) con
 bool LayerTakes::isOnAir(const QUuid &id) const
 {
     const std::optional<CanvasLayerItem> item = m_document.layerItem(id);
-    return item && !layerOf(*item)->isHidden()
-           && effectiveVisibility(id, false) > leastVisibility;
+    return item && !layerOf(*item)->isHidden() && effectiveVisibility(id, false) > leastVisibility;
 }
 
 } // namespace tessara

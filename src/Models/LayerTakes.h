@@ -21,8 +21,9 @@ struct TakeOptions
     Seconds initialDelay{0};
 };
 
-/// Two values a layer tell where it stands: its `isHidden`, the state once a take is complete, and its
-/// visibility of 0 to 1, which a running take moves. A new command goes on from the present value.
+/// Two values a layer tell where it stands: its `isHidden`, the state once a take is complete, and
+/// its visibility of 0 to 1, which a running take moves. A new command goes on from the present
+/// value.
 class LayerTakes
 {
 public:

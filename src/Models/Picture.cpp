@@ -6,7 +6,7 @@ namespace tessara {
 
 namespace {
 
-constexpr int smallestLevel = 16; // px; below it nothing is gained
+constexpr int smallestLevel = 16;   // px; below it nothing is gained
 constexpr int largestMemory = 1200; // MB; the largest side squared, at four bytes a pixel
 
 QImage premultiplied(const QImage &image)
@@ -31,9 +31,8 @@ Picture::Picture(const QImage &image)
     while (m_levels.back().width() >= 2 * smallestLevel
            && m_levels.back().height() >= 2 * smallestLevel) {
         const QImage &last = m_levels.back();
-        m_levels.push_back(premultiplied(last.scaled(last.width() / 2, last.height() / 2,
-                                                     Qt::IgnoreAspectRatio,
-                                                     Qt::SmoothTransformation)));
+        m_levels.push_back(premultiplied(last.scaled(
+            last.width() / 2, last.height() / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)));
     }
 }
 
@@ -59,8 +58,7 @@ QImage Picture::levelFor(QSizeF drawnSize) const
     // A linear filter still sees every pixel at a third below half size.
     constexpr double slack = 0.75;
     std::size_t level = 0;
-    while (level + 1 < m_levels.size()
-           && m_levels[level + 1].width() >= drawnSize.width() * slack
+    while (level + 1 < m_levels.size() && m_levels[level + 1].width() >= drawnSize.width() * slack
            && m_levels[level + 1].height() >= drawnSize.height() * slack)
         ++level;
     return m_levels[level];

@@ -24,7 +24,8 @@ public:
     Picture() = default;
     explicit Picture(const QImage &image);
 
-    /// PNG, JPEG, WebP, SVG, GIF (its first frame), TIFF and BMP; turned upright as its camera says.
+    /// PNG, JPEG, WebP, SVG, GIF (its first frame), TIFF and BMP; turned upright as its camera
+    /// says.
     static tl::expected<Picture, CanvasDocumentError> load(const QString &path);
 
     bool isNull() const { return m_levels.empty(); }

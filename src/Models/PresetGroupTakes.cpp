@@ -19,11 +19,11 @@ void PresetGroupTakes::setGroupOnAir(const QUuid &groupID, bool onAir, bool useR
     const QList<QUuid> ids = inTakeOrder(m_document.layerIDsInPresetGroup(groupID));
     for (qsizetype index = 0; index < ids.size(); ++index) {
         const QUuid id = ids[index];
-        const bool isReveal = m_document.runSettings(id).transitionStyle
-                              == LayerRunTransitionStyle::presetReveal;
+        const bool isReveal =
+            m_document.runSettings(id).transitionStyle == LayerRunTransitionStyle::presetReveal;
         const qsizetype place = onAir ? index : ids.size() - 1 - index;
-        const Seconds delay = useRunTransition && isReveal ? groupStagger * double(place)
-                                                           : Seconds{0};
+        const Seconds delay =
+            useRunTransition && isReveal ? groupStagger * double(place) : Seconds{0};
         m_document.takes().setLayerOnAir(
             id, onAir, {.useRunTransition = useRunTransition, .initialDelay = delay});
     }
@@ -56,9 +56,8 @@ QList<QUuid> PresetGroupTakes::inTakeOrder(QList<QUuid> ids) const
     const auto key = [this](const QUuid &id) {
         return std::pair(transitionOrderingMetric(id), id.toString());
     };
-    std::sort(ids.begin(), ids.end(), [&](const QUuid &left, const QUuid &right) {
-        return key(left) < key(right);
-    });
+    std::sort(ids.begin(), ids.end(),
+              [&](const QUuid &left, const QUuid &right) { return key(left) < key(right); });
     return ids;
 }
 

@@ -8,8 +8,8 @@ namespace tessara {
 
 class CanvasDocument;
 
-/// A group has no state of its own: each of its layers goes through the take engine, started one after
-/// the other where its style is a preset reveal.
+/// A group has no state of its own: each of its layers goes through the take engine, started one
+/// after the other where its style is a preset reveal.
 class PresetGroupTakes
 {
 public:

@@ -50,8 +50,8 @@ tl::expected<RGBAColor, QString> RGBAColor::fromJson(const QJsonValue &value)
     for (const auto &[key, part] : parts) {
         const QJsonValue number = object.value(QLatin1String(key));
         if (!number.isDouble())
-            return tl::unexpected(QStringLiteral("a colour needs a number '%1'")
-                                      .arg(QLatin1String(key)));
+            return tl::unexpected(
+                QStringLiteral("a colour needs a number '%1'").arg(QLatin1String(key)));
         *part = number.toDouble();
     }
     return result;

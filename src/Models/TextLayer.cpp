@@ -13,9 +13,8 @@ QFont::Weight TextLayer::resolvedFontWeight(QFont::Weight defaultWeight) const
     if (!m_fontWeight)
         return defaultWeight;
     constexpr std::pair<double, QFont::Weight> steps[] = {
-        {250, QFont::ExtraLight}, {350, QFont::Light},    {450, QFont::Normal},
-        {550, QFont::Medium},     {650, QFont::DemiBold}, {750, QFont::Bold},
-        {850, QFont::ExtraBold}};
+        {250, QFont::ExtraLight}, {350, QFont::Light}, {450, QFont::Normal},   {550, QFont::Medium},
+        {650, QFont::DemiBold},   {750, QFont::Bold},  {850, QFont::ExtraBold}};
     for (const auto &[limit, weight] : steps) {
         if (*m_fontWeight < limit)
             return weight;

@@ -12,8 +12,8 @@ WindowCaptureLayer::WindowCaptureLayer(const QUuid &id, const QString &name, QPo
 
 void WindowCaptureLayer::setCropRectNormalized(QRectF rect)
 {
-    constexpr double smallestSide = 0.02;  // of the window
-    constexpr double nearlyWhole = 0.999;  // of the window
+    constexpr double smallestSide = 0.02; // of the window
+    constexpr double nearlyWhole = 0.999; // of the window
     const double x = std::max(std::min(rect.x(), 1 - smallestSide), 0.0);
     const double y = std::max(std::min(rect.y(), 1 - smallestSide), 0.0);
     const double width = std::max(std::min(rect.width(), 1 - x), smallestSide);

@@ -5,7 +5,8 @@
 #include <QDirIterator>
 #include <QFontDatabase>
 
-// Outside any namespace, as the macro wants it: a static library's resources are not found by themselves.
+// Outside any namespace, as the macro wants it: a static library's resources are not found by
+// themselves.
 static void initialiseFontResource()
 {
     Q_INIT_RESOURCE(fonts);

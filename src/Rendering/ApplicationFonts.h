@@ -3,7 +3,8 @@
 
 namespace tessara {
 
-/// Makes "Inter Tabular" known to the font database. To be called once, after the application object.
+/// Makes "Inter Tabular" known to the font database. To be called once, after the application
+/// object.
 void loadApplicationFonts();
 
 } // namespace tessara

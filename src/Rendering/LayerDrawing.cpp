@@ -52,8 +52,7 @@ void drawText(QPainter &painter, const CanvasDocument &document, const TextLayer
               double runOpacity)
 {
     const SizedFont font = layer.resolvedFont(layer.fontSize(), QFont::DemiBold);
-    const TextPaint paint{layer.color().color(), layer.outlineColor().color(),
-                          outlineWidth(layer)};
+    const TextPaint paint{layer.color().color(), layer.outlineColor().color(), outlineWidth(layer)};
     const TextLayerHorizontalAlignment alignment = layer.horizontalAlignment();
     const QPointF anchor = layer.position() + offsetOf(document, layer);
     const TextBlock line(layer.text(), font, alignment);

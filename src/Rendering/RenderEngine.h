@@ -20,9 +20,9 @@ QString text(RenderEngineError error);
 class RenderEngine
 {
 public:
-    /// The frame of canvas size (fractions cut), R G B A with the colour premultiplied, rows from the
-    /// top without padding. Without a background it is transparent where no layer paints, which is what
-    /// the key depends on.
+    /// The frame of canvas size (fractions cut), R G B A with the colour premultiplied, rows from
+    /// the top without padding. Without a background it is transparent where no layer paints, which
+    /// is what the key depends on.
     tl::expected<QImage, RenderEngineError> render(const CanvasDocument &document,
                                                    const std::optional<QColor> &background) const;
 };

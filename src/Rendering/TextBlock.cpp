@@ -83,8 +83,7 @@ TextBlock::TextBlock(const QString &text, const SizedFont &font,
     for (const auto &layout : paragraphs) {
         for (int index = 0; index < layout->lineCount(); ++index) {
             const QTextLine line = layout->lineAt(index);
-            const double left =
-                (room - line.naturalTextWidth()) * alignmentShare(alignment);
+            const double left = (room - line.naturalTextWidth()) * alignmentShare(alignment);
             for (const QGlyphRun &run : line.glyphRuns())
                 placeGlyphRun(run, QPointF(left - line.x(), top - line.y()));
             top += heightOf(line);
@@ -94,8 +93,8 @@ TextBlock::TextBlock(const QString &text, const SizedFont &font,
     m_size = QSizeF(widest, top) * font.scale;
 }
 
-// The font tells neither where a picture stands nor how far it reaches, so it is drawn once by itself,
-// with room for what hangs over.
+// The font tells neither where a picture stands nor how far it reaches, so it is drawn once by
+// itself, with room for what hangs over.
 TextBlock::PictureGlyph TextBlock::pictureOf(const QRawFont &font, quint32 glyph)
 {
     constexpr double largest = 512; // px; the fonts' own pictures are smaller
@@ -125,7 +124,8 @@ void TextBlock::placeGlyphRun(const QGlyphRun &run, QPointF origin)
     const QRawFont font = run.rawFont();
     const QList<quint32> glyphs = run.glyphIndexes();
     const QList<QPointF> positions = run.positions();
-    // Asked before the outlines: a colour glyph whose outline was wanted once shows no picture any more.
+    // Asked before the outlines: a colour glyph whose outline was wanted once shows no picture any
+    // more.
     const bool hasColors = hasColorGlyphs(font);
     for (qsizetype index = 0; index < glyphs.size(); ++index) {
         const QPointF position = positions[index] + origin;

@@ -14,8 +14,8 @@ namespace tessara {
 class CanvasDocument;
 
 /// Paints what is on the canvas with the frame's own drawing, upright, at the size in which it is
-/// shown. It follows changes, but never faster than an operator can see, and slower while output runs:
-/// the main thread belongs to the air first.
+/// shown. It follows changes, but never faster than an operator can see, and slower while output
+/// runs: the main thread belongs to the air first.
 class CanvasView : public QQuickItem
 {
     Q_OBJECT

@@ -117,7 +117,8 @@ QVariant LayerEditor::updateValue(const QString &key, const QVariant &input)
     if (writeRunSetting(key, input))
         return value(key);
     const QMetaObject *type = m_layer->metaObject();
-    const QMetaProperty property = type->property(type->indexOfProperty(key.toLatin1().constData()));
+    const QMetaProperty property =
+        type->property(type->indexOfProperty(key.toLatin1().constData()));
     if (!property.isValid() || !property.isWritable())
         return value(key);
     if (key == QStringLiteral("name"))

@@ -9,10 +9,10 @@
 namespace tessara {
 
 /// One entry for each property of the selected layer, under its own name: colours as QML colours,
-/// enumerations by the names of their cases, absent values as undefined. A written entry goes to the
-/// layer, and every change of the layer comes back. Beside them stand "kindName" (empty with no
-/// selection or several), "selectionCount", "transitionStyle", "dissolveDuration", "autoOutDuration",
-/// "aspectRatioLocked", "isOnAir" and "typeIcon".
+/// enumerations by the names of their cases, absent values as undefined. A written entry goes to
+/// the layer, and every change of the layer comes back. Beside them stand "kindName" (empty with no
+/// selection or several), "selectionCount", "transitionStyle", "dissolveDuration",
+/// "autoOutDuration", "aspectRatioLocked", "isOnAir" and "typeIcon".
 class LayerEditor : public QQmlPropertyMap
 {
     Q_OBJECT

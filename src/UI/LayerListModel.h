@@ -11,8 +11,8 @@ namespace tessara {
 class CanvasDocument;
 class LayerRecord;
 
-/// Rows are inserted, moved and removed, never made anew, so that a list of hundreds stays smooth. A
-/// change of one layer is told by its record alone.
+/// Rows are inserted, moved and removed, never made anew, so that a list of hundreds stays smooth.
+/// A change of one layer is told by its record alone.
 class LayerListModel : public QAbstractListModel
 {
     Q_OBJECT

@@ -10,7 +10,8 @@ namespace tessara {
 class AppState;
 class DeckLinkManager;
 
-/// Lists as labels, choices as rows in them, -1 for none, texts empty where there is nothing to tell.
+/// Lists as labels, choices as rows in them, -1 for none, texts empty where there is nothing to
+/// tell.
 class OutputModel : public QObject
 {
     Q_OBJECT

@@ -15,8 +15,8 @@ namespace tessara {
 
 void preparePlatform()
 {
-    // The main thread waits for the last frame to be swapped: a swap that waits for the display would
-    // take that time from the output.
+    // The main thread waits for the last frame to be swapped: a swap that waits for the display
+    // would take that time from the output.
     QSurfaceFormat format = QSurfaceFormat::defaultFormat();
     format.setSwapInterval(0);
     QSurfaceFormat::setDefaultFormat(format);

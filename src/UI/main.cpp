@@ -33,8 +33,8 @@ int main(int argc, char **argv)
     parser.addOption(data);
     parser.process(application);
 
-    const ApplicationSupport support = parser.isSet(data) ? ApplicationSupport(parser.value(data))
-                                                          : ApplicationSupport();
+    const ApplicationSupport support =
+        parser.isSet(data) ? ApplicationSupport(parser.value(data)) : ApplicationSupport();
     prepareVirtualCard(support, CardPace::realTime);
     RealClock clock;
     AppState app(clock, support);

@@ -64,8 +64,7 @@ protected:
 TEST_F(HeadlessTest, AFileAndAPipePlayTheSameShow)
 {
     const Played piped = playManually(script);
-    const Played read =
-        play({"--clock", "manual", "--data", folder.path(), writtenScript(script)});
+    const Played read = play({"--clock", "manual", "--data", folder.path(), writtenScript(script)});
 
     EXPECT_EQ(piped.status, 0);
     EXPECT_EQ(read.status, 0);
@@ -121,9 +120,9 @@ TEST_F(HeadlessTest, NothingButRepliesGoesToStandardOutput)
 TEST_F(HeadlessTest, TheRealClockMovesByItself)
 {
     const Played run = play({"--data", folder.path()},
-                         "{\"call\": \"clock.advance\", \"args\": [0.05]}\n"
-                         "{\"get\": \"clock.now\"}\n{\"call\": \"clock.setWallClock\", "
-                         "\"args\": [\"2026-11-20T20:29:58\"]}\n");
+                            "{\"call\": \"clock.advance\", \"args\": [0.05]}\n"
+                            "{\"get\": \"clock.now\"}\n{\"call\": \"clock.setWallClock\", "
+                            "\"args\": [\"2026-11-20T20:29:58\"]}\n");
 
     EXPECT_EQ(run.status, 1);
     ASSERT_EQ(run.replies.size(), 3);

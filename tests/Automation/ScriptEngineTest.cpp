@@ -86,8 +86,8 @@ TEST_F(ScriptEngineTest, WhatIsNotARequestIsAnErrorAndTheRunGoesOn)
           QByteArray("{\"set\": \"document.size\", \"value\": [1e999, 1]}"),
           QByteArray("{\"get\": \"\xff\xfe\"}"), QByteArray("\x00\x01\x02\x7f", 4),
           QByteArray("{\"get\": \"clock.now\0\"}", 21), QByteArray(100000, '['),
-          QByteArray(100000, '{'), QByteArray("{\"id\": ") + QByteArray(5000, '[')
-              + QByteArray(5000, ']') + "}"})
+          QByteArray(100000, '{'),
+          QByteArray("{\"id\": ") + QByteArray(5000, '[') + QByteArray(5000, ']') + "}"})
         EXPECT_NE(error(line), "");
     EXPECT_EQ(get("clock.now"), "0");
 }
@@ -136,7 +136,8 @@ TEST_F(ScriptEngineTest, OperationsThatCreateALayerAnswerItsId)
     const QRegularExpression upperUuid(
         "^[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}$");
     QStringList ids;
-    for (const auto &[operation, arguments] : std::initializer_list<std::pair<const char *, const char *>>{
+    for (const auto &[operation, arguments] :
+         std::initializer_list<std::pair<const char *, const char *>>{
              {"document.addTextLayer", "[]"},
              {"document.addTemplateShapeLayer", R"(["star"])"},
              {"document.addCustomShapeLayer", "[[1, 2], [30, 40], [[0, 0], [1, 0], [0, 1]]]"},
@@ -162,8 +163,7 @@ TEST_F(ScriptEngineTest, APictureIsAddedByItsPathOrSaysWhyNot)
 {
     QImage(40, 20, QImage::Format_RGB32).save(pathOf("p.png"));
 
-    const QByteArray layer =
-        addLayer("addImageLayer", "[\"" + pathOf("p.png").toLatin1() + "\"]");
+    const QByteArray layer = addLayer("addImageLayer", "[\"" + pathOf("p.png").toLatin1() + "\"]");
 
     EXPECT_EQ(get(layer + ".sourceURL"), '"' + pathOf("p.png").toLatin1() + '"');
     EXPECT_EQ(callError("document.addImageLayer", R"(["/nowhere.png"])"),
@@ -196,12 +196,23 @@ TEST_F(ScriptEngineTest, ValuesOfAnotherTypeAreRefused)
 {
     const QByteArray text = addLayer("addTextLayer");
     const std::pair<const char *, const char *> bad[] = {
-        {".position", "[1]"},      {".position", "[1, 2, 3]"},  {".position", "[\"1\", 2]"},
-        {".position", "{}"},       {".position", "null"},       {".isHidden", "1"},
-        {".isHidden", "\"true\""}, {".name", "5"},              {".name", "null"},
-        {".color", "{}"},          {".color", "{\"red\": 1}"},  {".color", "\"red\""},
-        {".fontSize", "null"},     {".fontWeight", "\"bold\""}, {".textBoxSize", "[1]"},
-        {".horizontalAlignment", "\"middle\""}, {".horizontalAlignment", "1"},
+        {".position", "[1]"},
+        {".position", "[1, 2, 3]"},
+        {".position", "[\"1\", 2]"},
+        {".position", "{}"},
+        {".position", "null"},
+        {".isHidden", "1"},
+        {".isHidden", "\"true\""},
+        {".name", "5"},
+        {".name", "null"},
+        {".color", "{}"},
+        {".color", "{\"red\": 1}"},
+        {".color", "\"red\""},
+        {".fontSize", "null"},
+        {".fontWeight", "\"bold\""},
+        {".textBoxSize", "[1]"},
+        {".horizontalAlignment", "\"middle\""},
+        {".horizontalAlignment", "1"},
         {".horizontalAlignment", "\"leading|trailing\""}};
     for (const auto &[property, value] : bad)
         EXPECT_NE(setError(text + property, value), "");
@@ -229,7 +240,8 @@ TEST_F(ScriptEngineTest, MapsAreKeyedByUpperCaseIdsAndSetsAscend)
     EXPECT_EQ(get("document.layerRunSettings"),
               "{\"" + ids[0]
                   + R"(":{"autoOutDuration":0,"dissolveDuration":2,"transitionStyle":"cut"}})");
-    EXPECT_NE(setError("document.layerRunSettings", "{\"" + ids[0] + R"(": {"style": "cut"}})"), "");
+    EXPECT_NE(setError("document.layerRunSettings", "{\"" + ids[0] + R"(": {"style": "cut"}})"),
+              "");
 }
 
 TEST_F(ScriptEngineTest, TheStateIsTheWholeDocument)
@@ -238,19 +250,18 @@ TEST_F(ScriptEngineTest, TheStateIsTheWholeDocument)
     const QByteArray front = addLayer("addTemplateShapeLayer", R"(["star"])");
     const QJsonObject state = result(R"({"get": "document.state"})").toObject();
 
-    EXPECT_EQ(state.keys(),
-              (QStringList{"cueTargets", "isDrawingCustomShape", "layerOrder", "layerRunSettings",
-                           "layerVisibility", "layers", "presetGroupNames", "selectedLayerIDs",
-                           "size"}));
+    EXPECT_EQ(state.keys(), (QStringList{"cueTargets", "isDrawingCustomShape", "layerOrder",
+                                         "layerRunSettings", "layerVisibility", "layers",
+                                         "presetGroupNames", "selectedLayerIDs", "size"}));
     const QJsonArray layers = state.value("layers").toArray();
     ASSERT_EQ(layers.size(), 2);
     const QJsonObject text = layers[0].toObject();
     EXPECT_EQ(text.value("kind"), "text");
     EXPECT_EQ("layer:" + text.value("id").toString().toLatin1(), back);
-    for (const char *name : {"name", "text", "fontSize", "fontFamily", "fontWeight", "color",
-                             "outlineColor", "outlineWidth", "position", "textBoxSize",
-                             "horizontalAlignment", "fieldKey", "fieldKind", "isHidden", "isLocked",
-                             "presetGroupID"})
+    for (const char *name :
+         {"name", "text", "fontSize", "fontFamily", "fontWeight", "color", "outlineColor",
+          "outlineWidth", "position", "textBoxSize", "horizontalAlignment", "fieldKey", "fieldKind",
+          "isHidden", "isLocked", "presetGroupID"})
         EXPECT_TRUE(text.contains(name)) << name;
     EXPECT_EQ(layers[1].toObject().value("kind"), "shape");
     EXPECT_EQ(layers[1].toObject().value("shapeKind"), "star");
@@ -290,13 +301,15 @@ TEST_F(ScriptEngineTest, ARemovedLayerIsNoTargetAnyMore)
     const QByteArray layer = addLayer("addTextLayer");
     call("document.removeLayer", "[\"" + layer.mid(6) + "\"]");
 
-    EXPECT_EQ(error("{\"get\": \"" + layer + ".name\"}"), "no layer '" + layer.mid(6).toStdString() + "'");
+    EXPECT_EQ(error("{\"get\": \"" + layer + ".name\"}"),
+              "no layer '" + layer.mid(6).toStdString() + "'");
 }
 
 TEST_F(ScriptEngineTest, PrivateSlotsSignalsAndTheObjectsOwnAreOutOfReach)
 {
-    for (const char *operation : {"document.notifyLayerChanged", "document.changed",
-                                  "document.deleteLater", "document.destroyed", "app.outputChanged"})
+    for (const char *operation :
+         {"document.notifyLayerChanged", "document.changed", "document.deleteLater",
+          "document.destroyed", "app.outputChanged"})
         EXPECT_NE(callError(operation), "");
     EXPECT_NE(error(R"({"get": "document.objectName"})"), "");
 }

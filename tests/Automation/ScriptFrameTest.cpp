@@ -20,8 +20,7 @@ protected:
 
 TEST_F(ScriptFrameTest, ARawFrameIsPremultipliedFromTheTop)
 {
-    const QJsonObject answer =
-        call("frame.render", '[' + quoted("f.rgba") + ", null]").toObject();
+    const QJsonObject answer = call("frame.render", '[' + quoted("f.rgba") + ", null]").toObject();
 
     EXPECT_EQ(answer.value("width"), 64);
     EXPECT_EQ(answer.value("height"), 36);

@@ -15,7 +15,8 @@ protected:
 
     ManualClock clock;
     std::vector<int> delivered;
-    Debounce<int> watched{clock, Seconds{0.3}, 1, [this](int value) { delivered.push_back(value); }};
+    Debounce<int> watched{clock, Seconds{0.3}, 1,
+                          [this](int value) { delivered.push_back(value); }};
 };
 
 TEST_F(DebounceTest, TheValueAtTheStartIsNoChange)

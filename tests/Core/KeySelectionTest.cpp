@@ -49,7 +49,8 @@ TEST(KeyModeMatchTest, TheFirstLikeModeOfTheListIsTaken)
 
 TEST(KeyModeMatchTest, ModesWithoutARateMatchEachOther)
 {
-    EXPECT_TRUE(matchingMode({mode(2, 1920, 1080, 0, 50)}, mode(1, 1920, 1080, 100, 0)).has_value());
+    EXPECT_TRUE(
+        matchingMode({mode(2, 1920, 1080, 0, 50)}, mode(1, 1920, 1080, 100, 0)).has_value());
 }
 
 TEST_F(KeySelectionTest, TheKeyMovesOffTheFillsDeviceOnlyWhereItIsNeeded)

@@ -307,8 +307,8 @@ TEST_F(OutputTest, AnOutputStoppedWhileATickWaitsSendsNothingMore)
 {
     start();
     // Set before the tick's own task, and due with it.
-    const Alarm stop = clock.at(Nanoseconds{std::chrono::milliseconds{20}},
-                                [&] { app.stopDeckLinkOutput(); });
+    const Alarm stop =
+        clock.at(Nanoseconds{std::chrono::milliseconds{20}}, [&] { app.stopDeckLinkOutput(); });
 
     clock.advance(Seconds{0.1});
 

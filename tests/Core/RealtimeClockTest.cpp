@@ -40,7 +40,8 @@ TEST(TimeOfDayFormatTest, EveryLocaleHasHourMinuteAndSecondAndNothingElse)
     for (const QLocale &locale : locales) {
         const QLocale latin(QLocale::C);
         const QString text = latin.toString(QTime(15, 4, 5), timeOfDayFormat(locale));
-        EXPECT_TRUE(text.startsWith("15")) << locale.name().toStdString() << " " << text.toStdString();
+        EXPECT_TRUE(text.startsWith("15"))
+            << locale.name().toStdString() << " " << text.toStdString();
         EXPECT_FALSE(text.contains("pm", Qt::CaseInsensitive)) << text.toStdString();
         EXPECT_FALSE(text.contains("UTC")) << text.toStdString();
     }

@@ -294,11 +294,10 @@ TEST_F(CanvasDocumentTest, ThoseAboveHearWhatHappensInItsOrder)
 TEST_F(CanvasDocumentTest, ADirectTakeRemovesTheCue)
 {
     const QUuid id = addText();
-    const std::function<void()> takes[] = {[&] { document.takeLayerInNow(id); },
-                                           [&] { document.takeLayerOutNow(id); },
-                                           [&] { document.setLayerHidden(id, false); },
-                                           [&] { document.toggleLayerHidden(id); },
-                                           [&] { document.toggleLayerInRunlist(id); }};
+    const std::function<void()> takes[] = {
+        [&] { document.takeLayerInNow(id); }, [&] { document.takeLayerOutNow(id); },
+        [&] { document.setLayerHidden(id, false); }, [&] { document.toggleLayerHidden(id); },
+        [&] { document.toggleLayerInRunlist(id); }};
     for (const auto &take : takes) {
         document.setCueTargets({{id, true}});
         take();

@@ -18,8 +18,8 @@ protected:
     }
 
     ManualClock clock;
-    CountdownLayer layer{clock, QUuid::createUuid(), QStringLiteral("Countdown 1"), {0, 0},
-                         {480, 160}};
+    CountdownLayer layer{
+        clock, QUuid::createUuid(), QStringLiteral("Countdown 1"), {0, 0}, {480, 160}};
 };
 
 TEST_F(CountdownLayerTest, ShowsWholeSecondsCut)
@@ -116,10 +116,9 @@ TEST_F(CountdownLayerTest, AStalledMachineLosesNoTime)
 
 TEST_F(CountdownLayerTest, WeightsCountFromThinToBlack)
 {
-    const QFont::Weight weights[] = {QFont::Black,  QFont::Thin,     QFont::ExtraLight,
-                                     QFont::Light,  QFont::Normal,   QFont::Medium,
-                                     QFont::DemiBold, QFont::Bold,   QFont::ExtraBold,
-                                     QFont::Black};
+    const QFont::Weight weights[] = {
+        QFont::Black,  QFont::Thin,     QFont::ExtraLight, QFont::Light,     QFont::Normal,
+        QFont::Medium, QFont::DemiBold, QFont::Bold,       QFont::ExtraBold, QFont::Black};
     for (int weight = 0; weight < int(std::size(weights)); ++weight) {
         layer.setFontWeight(weight);
         EXPECT_EQ(layer.resolvedFontWeight(), weights[weight]) << weight;

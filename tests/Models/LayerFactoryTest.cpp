@@ -56,10 +56,9 @@ TEST_F(LayerFactoryTest, BoxesStandInTheMiddleAndScoresNearTheLowerEdge)
         document.addScoreLayer(ScoreTemplate::wideBroadcast, ScoreSportPreset::football)->frame(),
         QRectF(480, 822, 960, 128));
     document.setSize({1920, 200});
-    EXPECT_EQ(document.addScoreLayer(ScoreTemplate::titleBar, ScoreSportPreset::football)
-                  ->position()
-                  .y(),
-              0);
+    EXPECT_EQ(
+        document.addScoreLayer(ScoreTemplate::titleBar, ScoreSportPreset::football)->position().y(),
+        0);
 }
 
 TEST_F(LayerFactoryTest, APictureTakesHalfTheCanvasAtMostAndIsNeverEnlarged)

@@ -175,8 +175,8 @@ TEST(TextLayerTest, StartsAsANewTitleDoes)
     EXPECT_EQ(layer.outlineWidth(), 0);
     EXPECT_EQ(layer.position(), QPointF(555, 123));
     EXPECT_EQ(layer.horizontalAlignment(), TextLayerHorizontalAlignment::leading);
-    EXPECT_FALSE(layer.fontFamily() || layer.fontWeight() || layer.textBoxSize()
-                 || layer.fieldKey() || layer.fieldKind() || layer.presetGroupID());
+    EXPECT_FALSE(layer.fontFamily() || layer.fontWeight() || layer.textBoxSize() || layer.fieldKey()
+                 || layer.fieldKind() || layer.presetGroupID());
     EXPECT_FALSE(layer.isHidden() || layer.isLocked());
 }
 
@@ -198,8 +198,7 @@ TEST(LayerDefaultsTest, LiveViewsAndShapesStartAsStated)
 
     const ShapeLayer shape(QUuid::createUuid(), {}, ShapeKind::star, {}, {10, 10});
     EXPECT_EQ(shape.color(), (RGBAColor{0.15, 0.15, 0.18, 0.85}));
-    EXPECT_EQ(LayerRunSettings{},
-              (LayerRunSettings{LayerRunTransitionStyle::dissolve, 0.35, 0}));
+    EXPECT_EQ(LayerRunSettings{}, (LayerRunSettings{LayerRunTransitionStyle::dissolve, 0.35, 0}));
 }
 
 TEST(CanvasLayerItemTest, ScoreCaptureAndCountdownBelongToNoGroup)

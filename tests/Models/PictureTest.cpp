@@ -54,8 +54,9 @@ TEST_F(PictureTest, EveryFormatOfTheTradeLoads)
 
 TEST_F(PictureTest, AVectorPictureAndTheFirstFrameOfAnAnimationLoad)
 {
-    const QString svg = write("a.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='30' "
-                                       "height='10'><rect width='30' height='10' fill='red'/></svg>");
+    const QString svg =
+        write("a.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='30' "
+                       "height='10'><rect width='30' height='10' fill='red'/></svg>");
     const QString gif = write("a.gif", QByteArray::fromHex("47494638396101000100800000ff0000"
                                                            "00000021f90400000000002c00000000"
                                                            "010001000002024401003b"));

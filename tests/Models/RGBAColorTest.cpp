@@ -46,8 +46,7 @@ TEST(RGBAColorTest, APlatformColourIsTakenIntoRGB)
 
 TEST(RGBAColorTest, PartsBeyondTheirRangeAreCut)
 {
-    const QColor color =
-        RGBAColor{7, -1, std::numeric_limits<double>::quiet_NaN(), 1}.color();
+    const QColor color = RGBAColor{7, -1, std::numeric_limits<double>::quiet_NaN(), 1}.color();
 
     EXPECT_EQ(color, QColor(255, 0, 0));
 }

@@ -85,8 +85,8 @@ protected:
 
     CountdownLayer *addCountdown(QRectF box)
     {
-        return added(new CountdownLayer(clock, QUuid::createUuid(), "Countdown", box.topLeft(),
-                                        box.size()));
+        return added(
+            new CountdownLayer(clock, QUuid::createUuid(), "Countdown", box.topLeft(), box.size()));
     }
 
     void setVisibility(const Layer *layer, double value)

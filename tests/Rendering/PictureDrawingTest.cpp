@@ -120,8 +120,8 @@ TEST_F(PictureDrawingTest, TheMasksPointDownwardAndNotUp)
 
     const QImage frame = render();
 
-    EXPECT_EQ(bytesAt(frame, 30, 3), red);      // the shoulders are broad
-    EXPECT_EQ(alphaAt(frame, 30, 97), 0);       // and the foot is a point
+    EXPECT_EQ(bytesAt(frame, 30, 3), red); // the shoulders are broad
+    EXPECT_EQ(alphaAt(frame, 30, 97), 0);  // and the foot is a point
     EXPECT_EQ(bytesAt(frame, 50, 97), red);
     EXPECT_EQ(alphaAt(frame, 5, 3), 0);
 }

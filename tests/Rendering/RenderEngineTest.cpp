@@ -203,8 +203,7 @@ TEST_F(RenderEngineTest, AfterAnErrorTheNextFrameIsAsBefore)
 TEST_F(RenderEngineTest, ErrorsHaveTheirFixedTexts)
 {
     EXPECT_EQ(text(RenderEngineError::bitmapCreationFailed), "Could not allocate bitmap buffer.");
-    EXPECT_EQ(text(RenderEngineError::contextCreationFailed),
-              "Could not create graphics context.");
+    EXPECT_EQ(text(RenderEngineError::contextCreationFailed), "Could not create graphics context.");
     EXPECT_EQ(text(RenderEngineError::imageCreationFailed), "Could not create output image.");
 }
 

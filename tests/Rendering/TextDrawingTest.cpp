@@ -198,7 +198,8 @@ TEST_F(TextDrawingTest, ArabicJoinsAndRunsFromRightToLeft)
     const QRect sentence = inkOfText("سلام.", {100, 100}, 80);
 
     EXPECT_GT(sentence.width(), word.width());
-    EXPECT_NEAR(sentence.right() - word.right(), sizeOf("سلام.", 80).width() - sizeOf("سلام", 80).width(), 2);
+    EXPECT_NEAR(sentence.right() - word.right(),
+                sizeOf("سلام.", 80).width() - sizeOf("سلام", 80).width(), 2);
 }
 
 TEST_F(TextDrawingTest, ARightToLeftTextIsStillAnchoredAtTheLeft)
@@ -355,7 +356,8 @@ TEST_F(TextDrawingTest, APresetRevealSlidesAText)
 TEST_F(TextDrawingTest, TextsOfAnySizeEndNoFrame)
 {
     TextLayer *layer = addText("Hg\n😀 กี้", {0, 0});
-    for (const double size : {0.0, -4.0, 1e-9, 1e5, 1e300, std::numeric_limits<double>::quiet_NaN()}) {
+    for (const double size :
+         {0.0, -4.0, 1e-9, 1e5, 1e300, std::numeric_limits<double>::quiet_NaN()}) {
         layer->setFontSize(size);
         layer->setOutlineWidth(10);
         EXPECT_EQ(render().size(), QSize(600, 300));

@@ -13,10 +13,7 @@ class LayerEditorTest : public testing::Test
 protected:
     QVariant value(const char *key) const { return editor.value(QLatin1String(key)); }
     // As a binding of the window writes it.
-    void write(const char *key, const QVariant &input)
-    {
-        editor.setProperty(key, input);
-    }
+    void write(const char *key, const QVariant &input) { editor.setProperty(key, input); }
 
     ManualClock clock;
     CanvasDocument document{clock};

@@ -300,8 +300,8 @@ TEST_F(MainWindowTest, TheCanvasShowsAShapeUpright)
 
     const QImage picture = window->grabWindow();
     const auto colorAt = [&](double x, double y) {
-        const QPointF scene = canvas->mapToScene(
-            rect.topLeft() + QPointF(x * rect.width(), y * rect.height()));
+        const QPointF scene =
+            canvas->mapToScene(rect.topLeft() + QPointF(x * rect.width(), y * rect.height()));
         return picture.pixelColor((scene * window->effectiveDevicePixelRatio()).toPoint());
     };
 

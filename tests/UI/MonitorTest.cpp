@@ -12,9 +12,8 @@ class MonitorTest : public WindowFixture
 protected:
     MonitorTest()
     {
-        EXPECT_TRUE(monitorEngine.show(
-            QStringLiteral("MonitorWindow"),
-            {{QStringLiteral("channel"), virtualCardChannel(support)}}));
+        EXPECT_TRUE(monitorEngine.show(QStringLiteral("MonitorWindow"),
+                                       {{QStringLiteral("channel"), virtualCardChannel(support)}}));
         monitor = monitorEngine.rootObjects().value(0)->findChild<QQuickItem *>(
             QStringLiteral("monitor"));
     }

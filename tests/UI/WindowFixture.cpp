@@ -32,9 +32,9 @@ WindowFixture::WindowFixture()
     workspace = std::make_unique<Workspace>(*app);
     engine = std::make_unique<WindowEngine>();
     document = app->document();
-    const bool isShown = engine->show(
-        QStringLiteral("MainWindow"),
-        {{QStringLiteral("workspace"), QVariant::fromValue(workspace.get())}});
+    const bool isShown =
+        engine->show(QStringLiteral("MainWindow"),
+                     {{QStringLiteral("workspace"), QVariant::fromValue(workspace.get())}});
     EXPECT_TRUE(isShown);
     window = qobject_cast<QQuickWindow *>(engine->rootObjects().value(0));
     window->requestActivate();

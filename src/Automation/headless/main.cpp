@@ -114,9 +114,9 @@ int main(int argc, char **argv)
     const QCommandLineOption clockOption(QStringLiteral("clock"),
                                          QStringLiteral("real (the default) or manual"),
                                          QStringLiteral("kind"), QStringLiteral("real"));
-    const QCommandLineOption dataOption(QStringLiteral("data"),
-                                        QStringLiteral("keep settings and presets below this folder"),
-                                        QStringLiteral("folder"));
+    const QCommandLineOption dataOption(
+        QStringLiteral("data"), QStringLiteral("keep settings and presets below this folder"),
+        QStringLiteral("folder"));
     parser.addOptions({clockOption, dataOption});
     parser.addPositionalArgument(QStringLiteral("script"),
                                  QStringLiteral("a file of requests; else standard input"),

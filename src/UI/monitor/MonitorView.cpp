@@ -10,10 +10,10 @@ namespace tessara {
 
 namespace {
 
-constexpr int lookInterval = 40;       // ms; the air is sent, not watched, at its full rate
-constexpr int rateInterval = 1000;     // ms
+constexpr int lookInterval = 40;   // ms; the air is sent, not watched, at its full rate
+constexpr int rateInterval = 1000; // ms
 constexpr int deviceCount = 2;
-constexpr int checkerCell = 40;        // px of the picture
+constexpr int checkerCell = 40; // px of the picture
 
 QImage checkerboard(QSize size)
 {
@@ -111,7 +111,8 @@ QImage MonitorView::keyFor(const SharedFrame &frame)
     return keyFrame ? keyFrame->fill : QImage();
 }
 
-// As a keyer does it with a premultiplied fill: the fill, plus what the key leaves of the background.
+// As a keyer does it with a premultiplied fill: the fill, plus what the key leaves of the
+// background.
 QImage MonitorView::composite(const QImage &fill, const QImage &key) const
 {
     QImage result = m_backgroundPicture.isNull()
@@ -130,9 +131,9 @@ QImage MonitorView::composite(const QImage &fill, const QImage &key) const
             const auto mix = [rest](int top, int bottom) {
                 return std::min(255, top + (bottom * rest + 127) / 255);
             };
-            under[x] = qRgb(mix(qRed(over[x]), qRed(under[x])),
-                            mix(qGreen(over[x]), qGreen(under[x])),
-                            mix(qBlue(over[x]), qBlue(under[x])));
+            under[x] =
+                qRgb(mix(qRed(over[x]), qRed(under[x])), mix(qGreen(over[x]), qGreen(under[x])),
+                     mix(qBlue(over[x]), qBlue(under[x])));
         }
     }
     return result;
@@ -156,8 +157,8 @@ QSGNode *MonitorView::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
             window()->createTextureFromImage(m_picture, QQuickWindow::TextureIsOpaque));
     m_isPictureNew = false;
     const QSizeF fitted = QSizeF(m_picture.size()).scaled(size(), Qt::KeepAspectRatio);
-    image->setRect(QRectF(QPointF((width() - fitted.width()) / 2, (height() - fitted.height()) / 2),
-                          fitted));
+    image->setRect(
+        QRectF(QPointF((width() - fitted.width()) / 2, (height() - fitted.height()) / 2), fitted));
     return image;
 }
 

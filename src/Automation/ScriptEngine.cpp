@@ -122,6 +122,7 @@ tl::expected<QObject *, QString> ScriptEngine::target(const QString &name)
     const std::pair<const char *, QObject *> targets[] = {
         {"app", &m_app},
         {"document", m_app.document()},
+        {"runlist", m_app.runlist()},
         {"fill", m_app.deckLinkManager()},
         {"key", m_app.deckLinkKeyManager()},
         {"clock", &m_clock},

@@ -334,6 +334,7 @@ const std::map<int, Codec> &codecs()
         entry<Picture>(pictureCodec()),
         entry<std::optional<QString>>(optionalCodec<QString>()),
         entry<std::optional<double>>(optionalCodec<double>()),
+        entry<std::optional<bool>>(optionalCodec<bool>()),
         entry<std::optional<int>>(optionalCodec<int>()),
         entry<std::optional<qint64>>(optionalCodec<qint64>()),
         entry<std::optional<quint32>>(optionalCodec<quint32>()),

@@ -6,6 +6,7 @@
 #include "Core/RealtimeClock.h"
 #include "DeckLink/DeckLinkManager.h"
 #include "Models/CanvasDocument.h"
+#include "Models/Runlist.h"
 #include "Rendering/RenderEngine.h"
 
 #include "Base/ApplicationSupport.h"
@@ -19,6 +20,7 @@ class AppState : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(tessara::CanvasDocument *document READ document CONSTANT FINAL)
+    Q_PROPERTY(tessara::Runlist *runlist READ runlist CONSTANT FINAL)
     Q_PROPERTY(tessara::DeckLinkManager *deckLinkManager READ deckLinkManager CONSTANT FINAL)
     Q_PROPERTY(tessara::DeckLinkManager *deckLinkKeyManager READ deckLinkKeyManager CONSTANT FINAL)
     Q_PROPERTY(tessara::OutputRouting::DeckLinkOutputRouting deckLinkOutputRouting READ
@@ -42,6 +44,7 @@ public:
 
     CanvasDocument *document() { return &m_document; }
     const CanvasDocument *document() const { return &m_document; }
+    Runlist *runlist() { return &m_runlist; }
     DeckLinkManager *deckLinkManager() { return &m_fill; }
     DeckLinkManager *deckLinkKeyManager() { return &m_key; }
     Clock &clock() { return m_clock; }
@@ -89,6 +92,7 @@ private:
     Clock &m_clock;
     Settings m_settings;
     CanvasDocument m_document;
+    Runlist m_runlist{m_document};
     RenderEngine m_renderEngine;
     DeckLinkManager m_fill;
     DeckLinkManager m_key;

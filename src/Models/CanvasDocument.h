@@ -140,6 +140,12 @@ public:
     Q_INVOKABLE void takePresetGroupOutNow(const QUuid &groupID);
     Q_INVOKABLE void toggleLayerInRunlist(const QUuid &id);
     Q_INVOKABLE void togglePresetGroupInRunlist(const QUuid &groupID);
+    // The back-most layer's settings stand for the group; a setter writes them into all its layers.
+    Q_INVOKABLE tessara::LayerRunSettings presetGroupRunSettings(const QUuid &groupID) const;
+    Q_INVOKABLE void setPresetGroupRunTransitionStyle(tessara::LayerRunTransitionStyle style,
+                                                      const QUuid &groupID);
+    Q_INVOKABLE void setPresetGroupRunDissolveDuration(double seconds, const QUuid &groupID);
+    Q_INVOKABLE void setPresetGroupRunAutoOutDuration(double seconds, const QUuid &groupID);
     /// A cut, whatever the layer's settings are.
     Q_INVOKABLE void setLayerHidden(const QUuid &id, bool hidden);
     Q_INVOKABLE void toggleLayerHidden(const QUuid &id);
@@ -150,6 +156,15 @@ public:
     Q_INVOKABLE QSizeF effectiveTransitionOffset(const QUuid &id, bool isHidden) const;
     /// Part of the take engine: writes `isHidden` and touches nothing else.
     void applyLayerHiddenState(const QUuid &id, bool hidden);
+
+    // Cues; a layer of a group is cued with its whole group
+    Q_INVOKABLE void toggleCue(const QUuid &id);
+    Q_INVOKABLE void toggleCueForPresetGroup(const QUuid &groupID);
+    /// Absent unless all layers of the group are cued to the same state.
+    Q_INVOKABLE std::optional<bool> cueTargetForPresetGroup(const QUuid &groupID) const;
+    Q_INVOKABLE void clearCueForPresetGroup(const QUuid &groupID);
+    /// Takes all cued layers at once, each with its own transition, and ends their cues.
+    Q_INVOKABLE void takeCues();
 
     const QMap<QUuid, bool> &cueTargets() const { return m_cueTargets; }
     const QMap<QUuid, LayerRunSettings> &layerRunSettings() const { return m_takes.runSettings(); }
@@ -205,6 +220,7 @@ private:
     void registerLayerObservation(const CanvasLayerItem &item);
     void removeLayerCore(const QUuid &id);
     void removeCue(const QUuid &id);
+    void removeCues(const QList<QUuid> &ids);
     void setPresetGroup(const QUuid &id, const std::optional<QUuid> &groupID);
     void forwardOwnNotices();
     Q_SLOT void notifyLayerChanged();

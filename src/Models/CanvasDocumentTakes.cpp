@@ -3,18 +3,6 @@
 
 namespace tessara {
 
-void CanvasDocument::removeCue(const QUuid &id)
-{
-    if (m_cueTargets.remove(id) > 0)
-        emit cueTargetsChanged();
-}
-
-void CanvasDocument::setCueTargets(const QMap<QUuid, bool> &targets)
-{
-    if (replaceValue(m_cueTargets, targets))
-        emit cueTargetsChanged();
-}
-
 void CanvasDocument::setLayerRunSettings(const QMap<QUuid, LayerRunSettings> &settings)
 {
     m_takes.replaceRunSettings(settings);
@@ -46,8 +34,7 @@ void CanvasDocument::takeLayerNow(const QUuid &id, bool onAir)
 void CanvasDocument::takePresetGroupNow(const QUuid &groupID, bool onAir)
 {
     const QList<QUuid> ids = layerIDsInPresetGroup(groupID);
-    for (const QUuid &id : ids)
-        removeCue(id);
+    removeCues(ids);
     for (const QUuid &id : ids)
         m_hooks->takeRequested(id, layer(id)->name(), onAir);
     m_groupTakes.setGroupOnAir(groupID, onAir, true);
@@ -115,6 +102,31 @@ void CanvasDocument::setRunAutoOutDuration(double seconds, const QUuid &id)
 {
     if (layer(id))
         m_takes.setAutoOutDuration(id, seconds);
+}
+
+LayerRunSettings CanvasDocument::presetGroupRunSettings(const QUuid &groupID) const
+{
+    const QList<QUuid> ids = layerIDsInPresetGroup(groupID);
+    return ids.isEmpty() ? LayerRunSettings{} : runSettings(ids.first());
+}
+
+void CanvasDocument::setPresetGroupRunTransitionStyle(LayerRunTransitionStyle style,
+                                                      const QUuid &groupID)
+{
+    for (const QUuid &id : layerIDsInPresetGroup(groupID))
+        setRunTransitionStyle(style, id);
+}
+
+void CanvasDocument::setPresetGroupRunDissolveDuration(double seconds, const QUuid &groupID)
+{
+    for (const QUuid &id : layerIDsInPresetGroup(groupID))
+        setRunDissolveDuration(seconds, id);
+}
+
+void CanvasDocument::setPresetGroupRunAutoOutDuration(double seconds, const QUuid &groupID)
+{
+    for (const QUuid &id : layerIDsInPresetGroup(groupID))
+        setRunAutoOutDuration(seconds, id);
 }
 
 double CanvasDocument::effectiveVisibility(const QUuid &id, bool isHidden) const

@@ -8,18 +8,14 @@ KindLook lookOf(const CanvasLayerItem &item)
         return KindLook{QString::fromLatin1(icon), QString::fromLatin1(typeText), isLiveView};
     };
     return std::visit(
-        Overloaded{[&](const TextLayer *text) {
-                       return text->fieldKind() == TemplateFieldKind::timer
-                                  ? look("clock-4", "TIMER")
-                                  : look("type", "TEXT");
-                   },
+        Overloaded{[&](const TextLayer *) { return look("type", "TEXT"); },
                    [&](const ImageLayer *) { return look("image", "IMAGE"); },
                    [&](const ShapeLayer *) { return look("shapes", "SHAPE"); },
                    [&](const ScoreLayer *) { return look("trophy", "SCORE"); },
-                   [&](const WebLayer *) { return look("globe", "WEB", true); },
-                   [&](const Model3DLayer *) { return look("box", "3D MODEL", true); },
-                   [&](const WindowCaptureLayer *) { return look("app-window", "WINDOW", true); },
-                   [&](const CountdownLayer *) { return look("timer", "COUNTDOWN"); }},
+                   [&](const WebLayer *) { return look("globe", "", true); },
+                   [&](const Model3DLayer *) { return look("box", "", true); },
+                   [&](const WindowCaptureLayer *) { return look("app-window", "", true); },
+                   [&](const CountdownLayer *) { return look("timer", "TIMER"); }},
         item);
 }
 

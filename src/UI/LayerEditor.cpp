@@ -55,10 +55,11 @@ LayerEditor::LayerEditor(CanvasDocument &document)
 {
     connect(&document, &CanvasDocument::selectedLayerIDsChanged, this, &LayerEditor::follow);
     connect(&document, &CanvasDocument::layerRemoved, this, &LayerEditor::follow);
+    connect(&document, &CanvasDocument::presetGroupsChanged, this, &LayerEditor::follow);
     connect(&document, &CanvasDocument::layerRunSettingsChanged, this,
             &LayerEditor::readRunSettings);
     const auto readOwn = [this](const QUuid &id) {
-        if (m_layer && m_layer->id() == id)
+        if (m_document.selectedLayerIDs().contains(id) && (m_layer || m_groupID))
             readAll();
     };
     connect(&document, &CanvasDocument::layerChanged, this, readOwn);
@@ -71,7 +72,9 @@ void LayerEditor::follow()
     const bool isSingle = m_document.selectedLayerIDs().size() == 1;
     const std::optional<QUuid> id = m_document.selectedLayerID();
     m_layer = isSingle && id ? m_document.layer(*id) : nullptr;
+    m_groupID = isSingle ? std::nullopt : m_document.selectedPresetGroupID();
     publish(QStringLiteral("selectionCount"), m_document.selectedLayerIDs().size());
+    publish(QStringLiteral("groupName"), m_groupID ? groupName() : QString());
     readAll();
     readRunSettings();
 }
@@ -90,15 +93,20 @@ void LayerEditor::readAll()
         if (const auto *aspect = qobject_cast<AspectLockedLayer *>(m_layer.data()))
             publish(QStringLiteral("aspectRatioLocked"), aspect->isAspectRatioLocked());
     }
-    publish(QStringLiteral("isOnAir"), m_layer && m_document.takes().isOnAir(m_layer->id()));
-    publish(QStringLiteral("typeIcon"), item ? lookOf(*item).icon : QString());
-    publish(QStringLiteral("kindName"), item ? kindName(*item) : QString());
+    publish(QStringLiteral("isOnAir"), isOnAir());
+    publish(QStringLiteral("typeIcon"), item        ? lookOf(*item).icon
+                                        : m_groupID ? QStringLiteral("group")
+                                                    : QString());
+    publish(QStringLiteral("kindName"), item        ? kindName(*item)
+                                        : m_groupID ? QStringLiteral("group")
+                                                    : QString());
 }
 
 void LayerEditor::readRunSettings()
 {
-    const LayerRunSettings settings =
-        m_layer ? m_document.runSettings(m_layer->id()) : LayerRunSettings{};
+    const LayerRunSettings settings = m_layer     ? m_document.runSettings(m_layer->id())
+                                      : m_groupID ? m_document.presetGroupRunSettings(*m_groupID)
+                                                  : LayerRunSettings{};
     publish(QStringLiteral("transitionStyle"), rawString(settings.transitionStyle));
     publish(QStringLiteral("dissolveDuration"), settings.dissolveDuration);
     publish(QStringLiteral("autoOutDuration"), settings.autoOutDuration);
@@ -112,9 +120,9 @@ void LayerEditor::publish(const QString &key, const QVariant &value)
 
 QVariant LayerEditor::updateValue(const QString &key, const QVariant &input)
 {
-    if (!m_layer)
+    if ((m_layer || m_groupID) && writeRunSetting(key, input))
         return value(key);
-    if (writeRunSetting(key, input))
+    if (!m_layer)
         return value(key);
     const QMetaObject *type = m_layer->metaObject();
     const QMetaProperty property =
@@ -132,15 +140,49 @@ bool LayerEditor::writeRunSetting(const QString &key, const QVariant &input)
 {
     if (key == QStringLiteral("transitionStyle")) {
         if (const auto style = fromRawString<LayerRunTransitionStyle>(input.toString()))
-            m_document.setRunTransitionStyle(*style, m_layer->id());
+            m_layer ? m_document.setRunTransitionStyle(*style, m_layer->id())
+                    : m_document.setPresetGroupRunTransitionStyle(*style, *m_groupID);
     } else if (key == QStringLiteral("dissolveDuration")) {
-        m_document.setRunDissolveDuration(input.toDouble(), m_layer->id());
+        m_layer ? m_document.setRunDissolveDuration(input.toDouble(), m_layer->id())
+                : m_document.setPresetGroupRunDissolveDuration(input.toDouble(), *m_groupID);
     } else if (key == QStringLiteral("autoOutDuration")) {
-        m_document.setRunAutoOutDuration(input.toDouble(), m_layer->id());
+        m_layer ? m_document.setRunAutoOutDuration(input.toDouble(), m_layer->id())
+                : m_document.setPresetGroupRunAutoOutDuration(input.toDouble(), *m_groupID);
     } else {
         return false;
     }
     return true;
+}
+
+QString LayerEditor::groupName() const
+{
+    return m_document.presetGroupNames().value(*m_groupID, QStringLiteral("Preset Group"));
+}
+
+bool LayerEditor::isOnAir() const
+{
+    const QSet<QUuid> &ids = m_document.selectedLayerIDs();
+    return (m_layer || m_groupID) && std::any_of(ids.begin(), ids.end(), [this](const QUuid &id) {
+               return m_document.takes().isOnAir(id);
+           });
+}
+
+void LayerEditor::ungroup()
+{
+    if (m_groupID)
+        m_document.ungroupPreset(*m_groupID);
+}
+
+void LayerEditor::removeGroup()
+{
+    if (m_groupID)
+        m_document.removePresetGroup(*m_groupID);
+}
+
+void LayerEditor::applySportPreset()
+{
+    if (auto *score = qobject_cast<ScoreLayer *>(m_layer.data()))
+        score->applySportPreset();
 }
 
 CountdownLayer *LayerEditor::countdown() const

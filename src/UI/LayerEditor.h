@@ -10,9 +10,10 @@ namespace tessara {
 
 /// One entry for each property of the selected layer, under its own name: colours as QML colours,
 /// enumerations by the names of their cases, absent values as undefined. A written entry goes to
-/// the layer, and every change of the layer comes back. Beside them stand "kindName" (empty with no
-/// selection or several), "selectionCount", "transitionStyle", "dissolveDuration",
-/// "autoOutDuration", "aspectRatioLocked", "isOnAir" and "typeIcon".
+/// the layer, and every change of the layer comes back. Beside them stand "kindName" ("group" with
+/// layers of one group selected, empty with no selection or several), "groupName",
+/// "selectionCount", "transitionStyle", "dissolveDuration", "autoOutDuration", "aspectRatioLocked",
+/// "isOnAir" and "typeIcon".
 class LayerEditor : public QQmlPropertyMap
 {
     Q_OBJECT
@@ -25,6 +26,11 @@ public:
     Q_INVOKABLE void pauseCountdown();
     Q_INVOKABLE void resetCountdown();
     Q_INVOKABLE void setCountdownTime(double seconds);
+    /// For score bars.
+    Q_INVOKABLE void applySportPreset();
+    /// For groups.
+    Q_INVOKABLE void ungroup();
+    Q_INVOKABLE void removeGroup();
     Q_INVOKABLE void setPosition(double x, double y);
     /// A locked aspect ratio holds: the other side follows the one that is given.
     Q_INVOKABLE void setWidth(double width);
@@ -40,12 +46,15 @@ private:
     void readRunSettings();
     void publish(const QString &key, const QVariant &value);
     CountdownLayer *countdown() const;
+    QString groupName() const;
+    bool isOnAir() const;
     bool writeRunSetting(const QString &key, const QVariant &input);
     void setSize(QSizeF size);
     double keptRatio() const;
 
     CanvasDocument &m_document;
     QPointer<Layer> m_layer;
+    std::optional<QUuid> m_groupID;
 };
 
 } // namespace tessara

@@ -3,6 +3,7 @@
 #include "Rendering/ApplicationFonts.h"
 #include "UI/IconProvider.h"
 
+#include <QQmlComponent>
 #include <QQuickStyle>
 #include <QSurfaceFormat>
 
@@ -33,12 +34,31 @@ WindowEngine::WindowEngine()
     addImageProvider(QStringLiteral("icons"), new IconProvider);
 }
 
+static QUrl urlOf(const QString &name)
+{
+    return QUrl(QStringLiteral("qrc:/qt/qml/Tessara/%1.qml").arg(name));
+}
+
 bool WindowEngine::show(const QString &name, const QVariantMap &properties)
 {
     setInitialProperties(properties);
     const qsizetype before = rootObjects().size();
-    load(QUrl(QStringLiteral("qrc:/qt/qml/Tessara/%1.qml").arg(name)));
+    load(urlOf(name));
     return rootObjects().size() > before;
+}
+
+QQuickWindow *WindowEngine::create(const QString &name, const QVariantMap &properties)
+{
+    QQmlComponent component(this, urlOf(name));
+    QObject *made = component.createWithInitialProperties(properties);
+    auto *window = qobject_cast<QQuickWindow *>(made);
+    if (!window) {
+        qWarning("%s", qPrintable(component.errorString()));
+        delete made;
+        return nullptr;
+    }
+    QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
+    return window;
 }
 
 } // namespace tessara

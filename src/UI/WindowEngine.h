@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QQmlApplicationEngine>
+#include <QQuickWindow>
 
 namespace tessara {
 
@@ -17,6 +18,8 @@ public:
 
     /// Loads a window of the module "Tessara" by the name of its file; false if it could not.
     [[nodiscard]] bool show(const QString &name, const QVariantMap &properties);
+    /// A further window, which its caller owns; null if it could not be loaded.
+    [[nodiscard]] QQuickWindow *create(const QString &name, const QVariantMap &properties);
 };
 
 } // namespace tessara

@@ -32,12 +32,22 @@ QString iconOf(ShapeKind kind)
 
 Workspace::Workspace(AppState &app)
     : m_app(app)
-    , m_layers(*app.document())
+    , m_entries(*app.document(), *app.runlist())
     , m_editor(*app.document())
     , m_output(app)
 {
     connect(&m_output, &OutputModel::changed, this, &Workspace::isLiveChanged);
     connect(app.document(), &CanvasDocument::sizeChanged, this, &Workspace::canvasSizeChanged);
+}
+
+Runlist *Workspace::runlist() const
+{
+    return m_app.runlist();
+}
+
+CanvasDocument *Workspace::document() const
+{
+    return m_app.document();
 }
 
 bool Workspace::isLive() const
@@ -80,6 +90,11 @@ void Workspace::addPicture(const QUrl &url)
     setPictureError(added ? QString() : text(added.error()));
 }
 
+void Workspace::addScoreBar()
+{
+    m_app.document()->addScoreLayer(ScoreTemplate::wideBroadcast, ScoreSportPreset::football);
+}
+
 void Workspace::addCountdown()
 {
     m_app.document()->addCountdownLayer();
@@ -93,6 +108,20 @@ void Workspace::addClock()
 void Workspace::removeSelected()
 {
     m_app.document()->removeSelectedLayers();
+}
+
+bool Workspace::groupSelected(const QString &name)
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty())
+        return false;
+    m_app.document()->groupLayers(m_app.document()->selectedLayerIDs().values(), trimmed);
+    return true;
+}
+
+void Workspace::showRunlist()
+{
+    emit runlistRequested();
 }
 
 void Workspace::dismissPictureError()

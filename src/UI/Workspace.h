@@ -1,8 +1,8 @@
 // What the main window works on.
 #pragma once
 
+#include "UI/EntryListModel.h"
 #include "UI/LayerEditor.h"
-#include "UI/LayerListModel.h"
 #include "UI/OutputModel.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -10,14 +10,20 @@
 namespace tessara {
 
 class AppState;
+class CanvasDocument;
+class Runlist;
 
 /// The models of one main window, and the operations of its buttons.
 class Workspace : public QObject
 {
     Q_OBJECT
+    Q_MOC_INCLUDE("Models/CanvasDocument.h")
+    Q_MOC_INCLUDE("Models/Runlist.h")
     QML_ELEMENT
     QML_UNCREATABLE("The program makes it")
-    Q_PROPERTY(tessara::LayerListModel *layers READ layers CONSTANT FINAL)
+    Q_PROPERTY(tessara::EntryListModel *entries READ entries CONSTANT FINAL)
+    Q_PROPERTY(tessara::Runlist *runlist READ runlist CONSTANT FINAL)
+    Q_PROPERTY(tessara::CanvasDocument *document READ document CONSTANT FINAL)
     Q_PROPERTY(QObject *editor READ editor CONSTANT FINAL)
     Q_PROPERTY(tessara::OutputModel *output READ output CONSTANT FINAL)
     /// What is shown here is seen by others now.
@@ -32,7 +38,9 @@ public:
     explicit Workspace(AppState &app);
 
     AppState &app() const { return m_app; }
-    LayerListModel *layers() { return &m_layers; }
+    EntryListModel *entries() { return &m_entries; }
+    Runlist *runlist() const;
+    CanvasDocument *document() const;
     QObject *editor() { return &m_editor; }
     OutputModel *output() { return &m_output; }
     bool isLive() const;
@@ -43,12 +51,18 @@ public:
     Q_INVOKABLE void addTitle();
     Q_INVOKABLE void addShape(const QString &kind);
     Q_INVOKABLE void addPicture(const QUrl &url);
+    Q_INVOKABLE void addScoreBar();
     Q_INVOKABLE void addCountdown();
     Q_INVOKABLE void addClock();
     Q_INVOKABLE void removeSelected();
+    /// False for a blank name, which groups nothing.
+    Q_INVOKABLE bool groupSelected(const QString &name);
     Q_INVOKABLE void dismissPictureError();
+    /// Asks for the runlist's window.
+    Q_INVOKABLE void showRunlist();
 
 signals:
+    void runlistRequested();
     void isLiveChanged();
     void canvasSizeChanged();
     void pictureErrorChanged();
@@ -57,7 +71,7 @@ private:
     void setPictureError(const QString &error);
 
     AppState &m_app;
-    LayerListModel m_layers;
+    EntryListModel m_entries;
     LayerEditor m_editor;
     OutputModel m_output;
     QString m_pictureError;

@@ -8,6 +8,7 @@
 #include "Base/RealClock.h"
 #include "Core/AppState.h"
 #include "Core/VirtualCardChannel.h"
+#include "UI/RunlistWindowController.h"
 #include "UI/WindowEngine.h"
 #include "UI/Workspace.h"
 
@@ -43,6 +44,7 @@ int main(int argc, char **argv)
     if (!engine.show(QStringLiteral("MainWindow"),
                      {{QStringLiteral("workspace"), QVariant::fromValue(&workspace)}}))
         return 1;
+    const RunlistWindowController runlistWindow(engine, workspace);
     // Once the window's own threads stand, which come after the frames.
     QTimer::singleShot(std::chrono::seconds{2}, &application, &raiseThreadPriority);
     return QGuiApplication::exec();

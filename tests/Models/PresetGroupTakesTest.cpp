@@ -1,6 +1,7 @@
 #include "DocumentFixture.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tessara {
 namespace {
@@ -137,6 +138,96 @@ TEST_F(PresetGroupTakesTest, LayersOfOneFrameStartInTheOrderOfTheirIds)
         document.takePresetGroupOutNow(groupID);
         clock.advance(2s);
     }
+}
+
+TEST_F(PresetGroupTakesTest, AGroupOfOneLayerStartsWithoutADelay)
+{
+    const QUuid only = addShape(600, reveal);
+
+    document.takePresetGroupInNow(group({only}));
+
+    EXPECT_TRUE(hasStarted(only));
+    clock.advance(Seconds{0.36});
+    EXPECT_EQ(document.layerVisibility().value(only), 1);
+}
+
+TEST_F(PresetGroupTakesTest, WithoutTheRunTransitionEveryLayerJumpsAtOnce)
+{
+    const QUuid near = addShape(0, reveal);
+    const QUuid far = addShape(600, dissolve);
+    const QUuid groupID = group({near, far});
+    PresetGroupTakes takes(document);
+
+    takes.setGroupOnAir(groupID, true, false);
+
+    for (const QUuid &id : {near, far}) {
+        EXPECT_TRUE(hasStarted(id));
+        EXPECT_EQ(document.layerVisibility().value(id), 1);
+        EXPECT_FALSE(document.takes().isInTransition(id));
+    }
+}
+
+TEST_F(PresetGroupTakesTest, TheMetricCountsDepthLessThanBreadth)
+{
+    const PresetGroupTakes takes(document);
+    ShapeLayer *shape = document.addTemplateShapeLayer(ShapeKind::rectangle);
+    shape->setSize({200, 100});
+    shape->setPosition({100, 700});
+
+    EXPECT_DOUBLE_EQ(takes.transitionOrderingMetric(shape->id()),
+                     (960.0 - 200.0) + 0.35 * (750 - 0.32 * 1080));
+    EXPECT_EQ(takes.transitionOrderingMetric(QUuid::createUuid()), 1.7976931348623157e308);
+}
+
+TEST_F(PresetGroupTakesTest, TheBackMostLayersSettingsStandForTheGroup)
+{
+    const QUuid back = addShape(0, dissolve);
+    const QUuid front = addShape(0, reveal);
+    const QUuid groupID = group({front, back});
+
+    EXPECT_EQ(document.presetGroupRunSettings(groupID).transitionStyle, dissolve);
+    EXPECT_EQ(document.presetGroupRunSettings(QUuid::createUuid()), LayerRunSettings{});
+    document.setLayerRunSettings({});
+    EXPECT_EQ(document.presetGroupRunSettings(groupID), LayerRunSettings{});
+}
+
+TEST_F(PresetGroupTakesTest, SettersReachEveryLayerWithinTheirLimits)
+{
+    const QUuid one = addShape(0, dissolve);
+    const QUuid other = addShape(300, reveal);
+    const QUuid stranger = addShape(0, dissolve);
+    const QUuid groupID = group({one, other});
+
+    document.setPresetGroupRunTransitionStyle(LayerRunTransitionStyle::cut, groupID);
+    document.setPresetGroupRunDissolveDuration(9, groupID);
+    document.setPresetGroupRunAutoOutDuration(-1, groupID);
+
+    for (const QUuid &id : {one, other}) {
+        EXPECT_EQ(document.runSettings(id),
+                  (LayerRunSettings{LayerRunTransitionStyle::cut, 8, 0}));
+    }
+    EXPECT_EQ(document.runSettings(stranger).transitionStyle, dissolve);
+    EXPECT_EQ(document.runSettings(stranger).dissolveDuration, 0.35);
+    document.setPresetGroupRunDissolveDuration(std::nan(""), groupID);
+    EXPECT_EQ(document.runSettings(one).dissolveDuration, 0);
+    document.setPresetGroupRunAutoOutDuration(1000, groupID);
+    EXPECT_EQ(document.runSettings(other).autoOutDuration, 600);
+}
+
+TEST_F(PresetGroupTakesTest, AnAutoOutOfNoneEndsTheOnesThatWereCounting)
+{
+    const QUuid one = addShape(0, dissolve);
+    const QUuid groupID = group({one, addShape(300, dissolve)});
+    document.setPresetGroupRunAutoOutDuration(5, groupID);
+    document.takePresetGroupInNow(groupID);
+    clock.advance(1s);
+    ASSERT_TRUE(document.takes().isAutoOutPending(one));
+
+    document.setPresetGroupRunAutoOutDuration(0, groupID);
+
+    EXPECT_FALSE(document.takes().isAutoOutPending(one));
+    clock.advance(10s);
+    EXPECT_TRUE(hasStarted(one));
 }
 
 } // namespace

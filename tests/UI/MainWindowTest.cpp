@@ -74,6 +74,7 @@ TEST_F(MainWindowTest, TheToolPickerIsDrivenByKeysAlone)
     press(Qt::Key_Down);
     press(Qt::Key_Down);
     press(Qt::Key_Down);
+    press(Qt::Key_Down);
     keepPicture(QStringLiteral("tools"));
     press(Qt::Key_Return);
 
@@ -119,32 +120,27 @@ TEST_F(MainWindowTest, ANameIsKeptOnReturnAndDroppedOnEscape)
     EXPECT_EQ(field->property("text").toString(), QStringLiteral("Headline"));
 }
 
-TEST_F(MainWindowTest, TheAirCellTakesALayerOffAndOnWithItsTransition)
+TEST_F(MainWindowTest, AScoreBarIsAddedAndScored)
 {
-    addTitle();
-    const QUuid id = selected()->id();
-    QQuickItem *cell = item(QStringLiteral("airCell"));
+    window->resize(1280, 1100);
+    openTools();
+    click(item(QStringLiteral("tool3")));
+    ASSERT_EQ(document->layersOf<ScoreLayer>().size(), 1);
+    const ScoreLayer *bar = document->layersOf<ScoreLayer>().first();
 
-    click(cell);
-    ASSERT_TRUE(until([&] { return selected()->isHidden(); }));
-    EXPECT_EQ(document->layerVisibility().value(id), 0);
+    click(item(QStringLiteral("awayScoreUp")));
+    click(item(QStringLiteral("homeTeam")));
+    press(Qt::Key_A, Qt::ControlModifier);
+    type(QStringLiteral("Chiang Mai"));
 
-    click(cell);
-    ASSERT_TRUE(until([&] { return document->layerVisibility().value(id) == 1; }));
-    EXPECT_FALSE(selected()->isHidden());
-}
-
-TEST_F(MainWindowTest, ALockedLayerIsNotTaken)
-{
-    addTitle();
-    document->setLayerLocked(selected()->id(), true);
-    settle();
-
-    click(item(QStringLiteral("airCell")));
-
-    EXPECT_FALSE(document->takes().isInTransition(selected()->id()));
-    EXPECT_FALSE(selected()->isHidden());
-    EXPECT_TRUE(itemWithText(QStringLiteral("Layer is locked")));
+    EXPECT_EQ(bar->awayScore(), 1);
+    EXPECT_EQ(bar->homeTeam(), QStringLiteral("Chiang Mai"));
+    keepPicture(QStringLiteral("score"));
+    click(item(QStringLiteral("applySport")));
+    EXPECT_EQ(bar->homeTeam(), QStringLiteral("HOME"));
+    click(item(QStringLiteral("resetScore")));
+    EXPECT_EQ(bar->homeScore() + bar->awayScore(), 0);
+    expectNothingClipped();
 }
 
 TEST_F(MainWindowTest, DeleteRemovesTheSelectedLayerButNotWhileTyping)

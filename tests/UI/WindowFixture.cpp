@@ -21,6 +21,11 @@ QList<QQuickItem *> itemsBelow(const QQuickItem *root)
     return items;
 }
 
+QPoint middleOf(const QQuickItem *item)
+{
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
 } // namespace
 
 QString WindowFixture::s_pictures;
@@ -36,6 +41,7 @@ WindowFixture::WindowFixture()
         engine->show(QStringLiteral("MainWindow"),
                      {{QStringLiteral("workspace"), QVariant::fromValue(workspace.get())}});
     EXPECT_TRUE(isShown);
+    runlistWindow = std::make_unique<RunlistWindowController>(*engine, *workspace);
     window = qobject_cast<QQuickWindow *>(engine->rootObjects().value(0));
     window->requestActivate();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window));
@@ -47,6 +53,7 @@ WindowFixture::~WindowFixture()
     app->stopDeckLinkOutput();
     if (const auto card = VirtualCard::find())
         card->reset();
+    runlistWindow.reset();
     engine.reset();
 }
 
@@ -76,13 +83,46 @@ QQuickItem *WindowFixture::itemWithText(const QString &text) const
     return nullptr;
 }
 
-void WindowFixture::click(QQuickItem *target, Qt::MouseButton button)
+void WindowFixture::click(QQuickItem *target, Qt::MouseButton button,
+                          Qt::KeyboardModifiers modifiers)
 {
     ASSERT_TRUE(target);
     ASSERT_TRUE(target->isVisible()) << qPrintable(target->objectName());
-    const QPointF middle = target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
-    QTest::mouseClick(window, button, {}, middle.toPoint());
+    QTest::mouseClick(window, button, modifiers, middleOf(target));
     settle();
+}
+
+void WindowFixture::doubleClick(QQuickItem *target)
+{
+    ASSERT_TRUE(target);
+    QTest::mouseDClick(window, Qt::LeftButton, {}, middleOf(target));
+    settle();
+}
+
+void WindowFixture::dragWithoutRelease(QQuickItem *target, int distance)
+{
+    ASSERT_TRUE(target);
+    const QPoint start = middleOf(target);
+    QTest::mousePress(window, Qt::LeftButton, {}, start);
+    constexpr int steps = 10;
+    for (int step = 1; step <= steps; ++step) {
+        m_pointer = start + QPoint(0, distance * step / steps);
+        QTest::mouseMove(window, m_pointer);
+        QTest::qWait(1);
+    }
+    settle();
+}
+
+void WindowFixture::release()
+{
+    QTest::mouseRelease(window, Qt::LeftButton, {}, m_pointer);
+    settle();
+}
+
+void WindowFixture::drag(QQuickItem *target, int distance)
+{
+    dragWithoutRelease(target, distance);
+    release();
 }
 
 void WindowFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers)

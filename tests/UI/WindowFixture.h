@@ -7,6 +7,7 @@
 
 #include "Base/RealClock.h"
 #include "Core/AppState.h"
+#include "UI/RunlistWindowController.h"
 #include "UI/WindowEngine.h"
 #include "UI/Workspace.h"
 
@@ -29,7 +30,14 @@ protected:
     QList<QQuickItem *> visibleItems() const;
     QQuickItem *itemWithText(const QString &text) const;
 
-    void click(QQuickItem *target, Qt::MouseButton button = Qt::LeftButton);
+    void click(QQuickItem *target, Qt::MouseButton button = Qt::LeftButton,
+               Qt::KeyboardModifiers modifiers = {});
+    void doubleClick(QQuickItem *target);
+    /// Presses the left button on the middle, moves straight down in small steps, and lets go.
+    void drag(QQuickItem *target, int distance);
+    /// The same up to the release.
+    void dragWithoutRelease(QQuickItem *target, int distance);
+    void release();
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void type(const QString &text);
     /// Lets the window catch up until `isSo`, at most a few seconds.
@@ -46,11 +54,14 @@ protected:
     std::unique_ptr<AppState> app;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<WindowEngine> engine;
+    std::unique_ptr<RunlistWindowController> runlistWindow;
+    /// The window that the hands are on.
     QQuickWindow *window = nullptr;
     CanvasDocument *document = nullptr;
 
 private:
     static QString s_pictures;
+    QPoint m_pointer;
 };
 
 } // namespace tessara

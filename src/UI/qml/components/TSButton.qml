@@ -5,22 +5,23 @@ import QtQuick.Controls.Basic
 AbstractButton {
     id: root
 
-    property string look: "secondary" // secondary, primary, quiet, air, airOutline
+    property string look: "secondary" // secondary, primary, quiet, air, airOutline, cue
     property string iconName: ""
     property string help: ""
 
-    readonly property bool isAir: look === "air" || look === "airOutline"
-    readonly property bool isFilled: look === "primary" || look === "air"
+    readonly property bool isAir: look === "air" || look === "airOutline" || look === "cue"
+    readonly property bool isFilled: look === "primary" || look === "air" || look === "cue"
     readonly property color inkColor: isFilled ? TS.ink : TS.label
     readonly property color baseColor: look === "primary" ? TS.accent
                                      : look === "air" ? TS.onAir
+                                     : look === "cue" ? TS.cued
                                      : look === "secondary" ? TS.bg3 : "transparent"
     readonly property color hoverColor: look === "secondary" ? TS.bg4
                                       : look === "quiet" ? TS.bg3
                                       : look === "airOutline" ? Qt.alpha(TS.onAir, 0.14)
                                       : Qt.tint(baseColor, Qt.rgba(1, 1, 1, 0.06))
 
-    implicitHeight: isAir ? 36 : 32
+    implicitHeight: look === "cue" ? 48 : isAir ? 36 : 32
     implicitWidth: Math.max(implicitHeight, implicitContentWidth + leftPadding + rightPadding)
     leftPadding: text === "" ? 0 : 12
     rightPadding: leftPadding

@@ -9,6 +9,7 @@ MenuItem {
     property color iconColor: TS.label
 
     implicitHeight: 32
+    height: visible ? implicitHeight : 0
     leftPadding: 10
     Accessible.name: text
     background: Rectangle {

@@ -7,6 +7,7 @@ AbstractButton {
     id: root
 
     required property bool isOn
+    property color onColor: TS.accent
     signal toggledTo(bool isOn)
 
     Layout.fillWidth: true
@@ -29,7 +30,7 @@ AbstractButton {
             width: 36
             height: 20
             radius: 10
-            color: root.isOn ? TS.accent : TS.bg4
+            color: root.isOn ? root.onColor : TS.bg4
             Rectangle {
                 x: root.isOn ? 18 : 2
                 y: 2

@@ -1,4 +1,4 @@
-// Takes its layer on or off air at the moment of the press, and is red while it is there.
+// Shows or hides its row at the moment of the press, and is red while it is shown.
 import QtQuick
 import QtQuick.Controls.Basic
 import Tessara
@@ -15,17 +15,14 @@ AbstractButton {
     objectName: "airCell"
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
-    enabled: !record.isLocked
-    opacity: 1
     Accessible.name: (record.isOnAir ? qsTr("On air, %1, Hide") : qsTr("Off air, %1, Show")).arg(record.name)
-    onPressed: record.toggleOnAir()
-    Keys.onSpacePressed: record.toggleOnAir()
+    onPressed: record.toggleHidden()
 
     background: Rectangle {
         color: root.isMoving && root.isSolid ? Qt.alpha(TS.onAir, 0.26)
              : root.isSolid ? TS.onAir
-             : root.hovered && root.enabled ? TS.bg2 : TS.bg1
-        border.width: root.record.isOnAir && !root.isLive ? 2 : root.hovered && root.isLive && root.enabled ? 2 : 0
+             : root.hovered ? TS.bg2 : TS.bg1
+        border.width: root.record.isOnAir && !root.isLive ? 2 : root.hovered && root.isLive ? 2 : 0
         border.color: TS.onAir
 
         Rectangle { // how far a running take has come

@@ -22,6 +22,7 @@ Rectangle {
         height: parent.height - bar.height
         workspace: root.workspace
         margin: root.margin
+        TapHandler { onPressedChanged: if (pressed) canvas.forceActiveFocus() }
     }
     Rectangle { // the tally frame
         visible: root.workspace.isLive

@@ -11,7 +11,8 @@ Rectangle {
 
     readonly property var editor: workspace.editor
     readonly property string kind: editor.kindName
-    readonly property bool isEdited: kind !== "" && !editor.isLocked
+    readonly property bool isGroup: kind === "group"
+    readonly property bool isEdited: isGroup || (kind !== "" && !editor.isLocked)
 
     color: TS.bg1
 
@@ -20,6 +21,8 @@ Rectangle {
         case "text": return textPanel
         case "image": return imagePanel
         case "shape": return shapePanel
+        case "score": return scorePanel
+        case "group": return groupPanel
         case "countdown": return countdownPanel
         default: return null
         }
@@ -28,6 +31,8 @@ Rectangle {
     Component { id: textPanel; TextInspector { editor: root.editor } }
     Component { id: imagePanel; ImageInspector { editor: root.editor } }
     Component { id: shapePanel; ShapeInspector { editor: root.editor; workspace: root.workspace } }
+    Component { id: scorePanel; ScoreInspector { editor: root.editor; workspace: root.workspace } }
+    Component { id: groupPanel; GroupInspector { editor: root.editor; workspace: root.workspace } }
     Component { id: countdownPanel; CountdownInspector { editor: root.editor; workspace: root.workspace } }
 
     ColumnLayout {
@@ -79,6 +84,7 @@ Rectangle {
                 spacing: 2
 
                 TSFieldRow {
+                    visible: !root.isGroup
                     label: qsTr("Name")
                     TSTextField {
                         objectName: "nameField"
@@ -88,14 +94,15 @@ Rectangle {
                         onEdited: (text) => root.editor.name = text
                     }
                 }
-                TSDivider {}
+                TSDivider { visible: !root.isGroup }
                 Loader {
                     Layout.fillWidth: true
                     sourceComponent: root.isEdited ? root.panelFor(root.kind) : null
                 }
-                TSDivider {}
-                TSSectionHeader { text: qsTr("Position") }
+                TSDivider { visible: !root.isGroup }
+                TSSectionHeader { visible: !root.isGroup; text: qsTr("Position") }
                 TSNumberPair {
+                    visible: !root.isGroup
                     firstLabel: "X"
                     secondLabel: "Y"
                     first: root.editor.position?.x ?? 0

@@ -1,6 +1,5 @@
-// The layers, front-most first, and the tools that add one.
+// The layers, front-most first: to edit them, or to run the show from them.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Tessara
 
@@ -8,6 +7,12 @@ Rectangle {
     id: root
 
     required property Workspace workspace
+    property string mode: "edit" // edit, runlist
+    property bool isRunlistLocked: false
+    property bool requireTakeBeforeOnAir: false
+    signal groupRequested()
+
+    readonly property bool isRunlist: mode === "runlist"
 
     color: TS.bg1
 
@@ -22,11 +27,19 @@ Rectangle {
             Layout.rightMargin: 10
             spacing: TS.gap
 
-            TSText { text: qsTr("LAYERS"); font: TS.heading; color: TS.labelSub }
-            TSPillBadge { text: root.workspace.layers.count }
+            TSText {
+                text: root.isRunlist ? qsTr("RUNLIST") : qsTr("LAYERS")
+                font: TS.heading
+                color: TS.labelSub
+            }
+            TSPillBadge {
+                objectName: "panelCount"
+                text: root.isRunlist ? qsTr("%1 ON AIR").arg(root.workspace.runlist.shownLayerCount)
+                                     : root.workspace.entries.count
+            }
             Item { Layout.fillWidth: true }
             TSText {
-                visible: root.workspace.layers.count === 0 && !toolPicker.isOpen
+                visible: !root.isRunlist && root.workspace.entries.count === 0 && !toolPicker.isOpen
                 text: qsTr("Add a layer")
                 font: TS.hint
                 color: TS.labelSub
@@ -34,6 +47,7 @@ Rectangle {
             TSButton {
                 id: toolButton
                 objectName: "toolButton"
+                visible: !root.isRunlist
                 text: qsTr("Tool")
                 look: toolPicker.isOpen ? "secondary" : "primary"
                 iconName: toolPicker.isOpen ? "x" : "plus"
@@ -55,50 +69,23 @@ Rectangle {
             text: root.workspace.pictureError
             TapHandler { onTapped: root.workspace.dismissPictureError() }
         }
-        ListView {
-            id: list
-
+        EntryList {
             objectName: "layersList"
+            visible: !root.isRunlist
             Layout.fillWidth: true
             Layout.fillHeight: true
-            clip: true
-            activeFocusOnTab: true
-            keyNavigationEnabled: true
-            boundsBehavior: Flickable.StopAtBounds
-            model: root.workspace.layers
-            currentIndex: -1
-            Accessible.role: Accessible.List
-            Accessible.name: qsTr("Layers")
-            Keys.onSpacePressed: if (currentItem) currentItem.record.select()
-            delegate: LayerRow {
-                width: list.width
-                isLive: root.workspace.isLive
-                hasKeyboard: list.activeFocus && ListView.isCurrentItem
-            }
-            ScrollBar.vertical: ScrollBar {}
-
-            Column {
-                anchors.centerIn: parent
-                visible: list.count === 0
-                spacing: TS.gap
-                TSIcon {
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    name: "layers"
-                    size: 28
-                    color: TS.labelFade
-                }
-                TSText {
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    text: qsTr("No Layers")
-                    font { family: TS.family; pixelSize: 14; weight: Font.DemiBold }
-                }
-                TSText {
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    text: qsTr("Add layers using the toolbar above")
-                    font: TS.hint
-                    color: TS.labelSub
-                }
-            }
+            workspace: root.workspace
+            onGroupRequested: root.groupRequested()
+        }
+        RunlistRows {
+            objectName: "panelRunlist"
+            visible: root.isRunlist
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            workspace: root.workspace
+            place: "runlist"
+            isCueMode: root.requireTakeBeforeOnAir
+            isLocked: root.isRunlistLocked
         }
     }
 }

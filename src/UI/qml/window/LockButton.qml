@@ -7,17 +7,20 @@ AbstractButton {
     id: root
 
     required property var record
+    required property string help
+    property bool isBacked: false // stands out where there is room
 
+    objectName: "lockButton"
     implicitWidth: 34
     implicitHeight: 34
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
-    Accessible.name: record.isLocked ? qsTr("Unlock Layer") : qsTr("Lock Layer")
+    Accessible.name: help
     onClicked: record.toggleLocked()
 
     background: Rectangle {
         radius: TS.radius
-        color: root.hovered ? TS.bg3 : "transparent"
+        color: root.hovered || root.isBacked ? TS.bg3 : "transparent"
         TSFocusRing { control: root }
     }
     contentItem: Item {
@@ -28,5 +31,5 @@ AbstractButton {
             color: root.record.isLocked ? TS.label : TS.labelSub
         }
     }
-    TSTooltip { visible: root.hovered; text: root.Accessible.name }
+    TSTooltip { visible: root.hovered; text: root.help }
 }

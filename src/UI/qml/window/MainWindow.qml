@@ -26,7 +26,10 @@ TSWindow {
         anchors.fill: parent
         spacing: 0
 
-        TitleBar { Layout.fillWidth: true }
+        TitleBar {
+            Layout.fillWidth: true
+            onRunlistRequested: root.workspace.showRunlist()
+        }
         TSDivider { isZone: true }
         RowLayout {
             Layout.fillWidth: true
@@ -34,9 +37,11 @@ TSWindow {
             spacing: 0
 
             LayersPanel {
+                objectName: "layersPanel"
                 Layout.preferredWidth: root.isWide ? 296 : 280
                 Layout.fillHeight: true
                 workspace: root.workspace
+                onGroupRequested: groupSheet.open()
             }
             Rectangle { Layout.fillHeight: true; implicitWidth: 1; color: TS.border }
             CanvasArea {
@@ -62,6 +67,12 @@ TSWindow {
         }
     }
 
+    GroupSheet {
+        id: groupSheet
+
+        workspace: root.workspace
+        room: Qt.rect(0, 0, root.width, root.height - statusBar.height)
+    }
     OutputSheet {
         id: outputSheet
 

@@ -1,42 +1,18 @@
 // Routing, devices and mode of the output; starts and stops it.
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Tessara
 
-Popup {
+TSSheet {
     id: root
 
     required property OutputModel output
-    required property rect room // the status bar stays lit below it
 
     objectName: "outputSheet"
     width: 500
-    x: room.x + (room.width - width) / 2
-    y: Math.max(16, room.y + (room.height - height) / 2)
-    padding: 0
-    modal: true
-    focus: true
-    closePolicy: Popup.CloseOnEscape
+    isOnAir: output.isRunning
     onOpened: (output.isRunning ? closeButton : routing).forceActiveFocus(Qt.TabFocusReason)
 
-    T.Overlay.modal: Item {
-        Rectangle { width: parent.width; height: root.room.height; color: TS.scrim }
-    }
-    background: Rectangle {
-        radius: TS.radiusSheet
-        color: TS.bg1
-        border { width: 1; color: TS.border }
-        Rectangle {
-            visible: root.output.isRunning
-            x: 1
-            width: parent.width - 2
-            height: 3
-            radius: 2
-            color: TS.onAir
-        }
-    }
     contentItem: ColumnLayout {
         spacing: 0
 

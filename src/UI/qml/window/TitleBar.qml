@@ -4,6 +4,10 @@ import QtQuick.Layouts
 import Tessara
 
 Rectangle {
+    id: root
+
+    signal runlistRequested()
+
     implicitHeight: 48
     color: TS.bg1
 
@@ -26,6 +30,12 @@ Rectangle {
             Layout.fillWidth: true
             text: qsTr("Broadcast Graphics")
             color: TS.labelFade
+        }
+        TSButton {
+            objectName: "runlistButton"
+            iconName: "play"
+            help: qsTr("Runlist")
+            onClicked: root.runlistRequested()
         }
     }
 }

@@ -18,6 +18,8 @@ Rectangle {
           run: null },
         { icon: "image", kind: "image", label: qsTr("Picture"), detail: qsTr("Import an image file"),
           run: () => pictureDialog.open() },
+        { icon: "trophy", kind: "score", label: qsTr("Score Bar"), detail: qsTr("Live sports scoreboard"),
+          run: () => workspace.addScoreBar() },
         { icon: "clock-4", kind: "text", label: qsTr("Timer"), detail: qsTr("Realtime clock / stopwatch"),
           run: () => workspace.addClock() },
         { icon: "timer", kind: "countdown", label: qsTr("Countdown"), detail: qsTr("Countdown timer with alerts"),

@@ -3,31 +3,33 @@
 
 #include "Base/ManualClock.h"
 #include "Models/CanvasDocument.h"
-#include "UI/LayerListModel.h"
-#include "UI/LayerRecord.h"
+#include "Models/Runlist.h"
+#include "UI/EntryListModel.h"
+#include "UI/EntryRecord.h"
 
 #include <gtest/gtest.h>
 
 namespace tessara {
 namespace {
 
-class LayerListModelTest : public testing::Test
+class EntryListModelTest : public testing::Test
 {
 protected:
     QString nameAt(int row) const
     {
-        const QVariant record = model.data(model.index(row), LayerListModel::RecordRole);
-        return record.value<LayerRecord *>()->name();
+        const QVariant record = model.data(model.index(row), EntryListModel::RecordRole);
+        return record.value<EntryRecord *>()->name();
     }
 
     ManualClock clock;
     CanvasDocument document{clock};
-    LayerListModel model{document};
+    Runlist runlist{document};
+    EntryListModel model{document, runlist};
     QAbstractItemModelTester tester{&model};
     QSignalSpy resets{&model, &QAbstractItemModel::modelReset};
 };
 
-TEST_F(LayerListModelTest, TheFrontMostLayerStandsFirst)
+TEST_F(EntryListModelTest, TheFrontMostLayerStandsFirst)
 {
     document.addTextLayer();
     document.addCountdownLayer();
@@ -37,7 +39,7 @@ TEST_F(LayerListModelTest, TheFrontMostLayerStandsFirst)
     EXPECT_EQ(nameAt(1), QStringLiteral("Text 1"));
 }
 
-TEST_F(LayerListModelTest, RowsMoveAndGoWithoutAReset)
+TEST_F(EntryListModelTest, RowsMoveAndGoWithoutAReset)
 {
     const QUuid first = document.addTextLayer()->id();
     const QUuid second = document.addTextLayer()->id();
@@ -52,12 +54,12 @@ TEST_F(LayerListModelTest, RowsMoveAndGoWithoutAReset)
     EXPECT_EQ(resets.count(), 0);
 }
 
-TEST_F(LayerListModelTest, ATakeIsToldByItsOwnRowAlone)
+TEST_F(EntryListModelTest, ATakeIsToldByItsOwnRowAlone)
 {
     const QUuid taken = document.addTextLayer()->id();
     const QUuid other = document.addTextLayer()->id();
-    QSignalSpy own(model.record(taken), &LayerRecord::changed);
-    QSignalSpy others(model.record(other), &LayerRecord::changed);
+    QSignalSpy own(model.record(taken), &EntryRecord::changed);
+    QSignalSpy others(model.record(other), &EntryRecord::changed);
 
     document.takeLayerOutNow(taken);
     clock.advance(Seconds{0.1});

@@ -1,4 +1,4 @@
-// The layers as a list shows them, front-most first.
+// The rows of the layers panel and of the runlist, front-most first.
 #pragma once
 
 #include <QAbstractListModel>
@@ -9,21 +9,22 @@
 namespace tessara {
 
 class CanvasDocument;
-class LayerRecord;
+class EntryRecord;
+class Runlist;
 
 /// Rows are inserted, moved and removed, never made anew, so that a list of hundreds stays smooth.
-/// A change of one layer is told by its record alone.
-class LayerListModel : public QAbstractListModel
+/// A change of one row is told by its record alone.
+class EntryListModel : public QAbstractListModel
 {
     Q_OBJECT
-    Q_MOC_INCLUDE("UI/LayerRecord.h")
+    Q_MOC_INCLUDE("UI/EntryRecord.h")
     QML_ANONYMOUS
     Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
 
 public:
     enum Role { RecordRole = Qt::UserRole + 1 };
 
-    explicit LayerListModel(CanvasDocument &document);
+    EntryListModel(CanvasDocument &document, Runlist &runlist);
 
     int count() const { return int(m_records.size()); }
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -31,19 +32,20 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     /// Null for an unknown id.
-    LayerRecord *record(const QUuid &id) const;
+    EntryRecord *record(const QUuid &entryID) const { return m_recordsByID.value(entryID); }
 
 signals:
     void countChanged();
 
 private:
-    void followOrder();
+    void followEntries();
     void removeMissing(const QList<QUuid> &wanted);
-    void notifyRecord(const QUuid &id);
-    void notifyAll();
+    void notifyRecord(const QUuid &entryID);
 
     CanvasDocument &m_document;
-    QList<LayerRecord *> m_records;
+    Runlist &m_runlist;
+    QList<EntryRecord *> m_records;
+    QHash<QUuid, EntryRecord *> m_recordsByID;
 };
 
 } // namespace tessara

@@ -1,0 +1,144 @@
+// The rows to edit: selected, renamed, dragged to another place.
+import QtQuick
+import QtQuick.Window
+import QtQuick.Controls.Basic
+import Tessara
+
+ListView {
+    id: root
+
+    required property Workspace workspace
+    property var renaming: null // the record whose name is typed
+    property int dragSource: -1
+    property var dragRecord: null
+    property double dragTranslation: 0
+    signal groupRequested()
+
+    readonly property int rowPitch: 42
+    readonly property bool isDragging: dragSource >= 0
+    readonly property int dropSlot: isDragging ? workspace.runlist.dropSlotAt(dragSource, dragTranslation) : -1
+
+    clip: true
+    activeFocusOnTab: true
+    interactive: false // a drag moves a row, and never the list
+    boundsBehavior: Flickable.StopAtBounds
+    model: workspace.entries
+    currentIndex: -1
+    reuseItems: false
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Layers")
+    ScrollBar.vertical: ScrollBar {}
+
+    Keys.onUpPressed: decrementCurrentIndex()
+    Keys.onDownPressed: incrementCurrentIndex()
+    Keys.onSpacePressed: if (currentItem) currentItem.record.select()
+    Keys.onMenuPressed: if (currentItem) openMenu(currentItem.record)
+
+    function choose(record, toggles) {
+        if (renaming === record)
+            return // the third click of a quick hand
+        if (renaming) {
+            Window.activeFocusItem.focus = false // which ends the rename, and no more
+        } else if (toggles) {
+            record.toggleSelected()
+        } else {
+            record.select()
+        }
+    }
+    function openMenu(record) {
+        if (!record.isSelected)
+            record.select()
+        menu.openFor(record)
+    }
+    function startDrag(index, record) {
+        renaming = null
+        dragTranslation = 0
+        dragRecord = record
+        dragSource = index
+    }
+    function drop() {
+        if (dropSlot >= 0)
+            workspace.runlist.moveEntries(dragSource, dropSlot)
+        dragSource = -1
+    }
+
+    WheelHandler {
+        onWheel: (event) => {
+            const end = Math.max(0, root.contentHeight - root.height)
+            root.contentY = Math.max(0, Math.min(end, root.contentY - event.angleDelta.y / 120 * root.rowPitch))
+        }
+    }
+
+    delegate: EntryRow {
+        id: row
+
+        required property int index
+
+        width: ListView.view.width
+        isLive: root.workspace.isLive
+        isRenaming: root.renaming === record
+        hasKeyboard: root.activeFocus && ListView.isCurrentItem
+        opacity: root.dragSource === index ? 0.35 : 1
+        onClicked: (toggles) => root.choose(record, toggles)
+        onMenuRequested: root.openMenu(record)
+        onRenameRequested: if (!record.isGroup) root.renaming = record
+        onRenamed: (name) => { if (root.renaming === record) record.rename(name) }
+        onRenameEnded: if (root.renaming === record) root.renaming = null
+        onDragStarted: root.startDrag(index, record)
+        onDragged: (translation) => root.dragTranslation = translation
+        onDragEnded: root.drop()
+    }
+
+    Item { // over the rows, and not in the way of the pointer
+        objectName: "dragLayer"
+        parent: root
+        anchors.fill: parent
+        visible: root.isDragging
+        z: 2
+
+        Rectangle {
+            objectName: "dropLine"
+            visible: root.dropSlot >= 0
+            x: 46
+            y: root.dropSlot * root.rowPitch - root.contentY - 2
+            width: parent.width - x
+            height: 3
+            color: TS.accent
+            Rectangle { x: -4; y: -3; width: 9; height: 9; radius: 5; color: TS.accent }
+        }
+        Loader {
+            active: root.isDragging
+            x: 6
+            y: root.dragSource * root.rowPitch - root.contentY + root.dragTranslation
+            width: parent.width
+            sourceComponent: Item {
+                implicitHeight: root.rowPitch
+                Rectangle { // its shadow
+                    anchors { fill: parent; margins: -4 }
+                    radius: TS.radiusCard
+                    color: Qt.rgba(0, 0, 0, 0.5)
+                }
+                EntryRow {
+                    anchors.fill: parent
+                    enabled: false
+                    isLifted: true
+                    record: root.dragRecord
+                    isLive: root.workspace.isLive
+                }
+            }
+        }
+    }
+    EntryMenu {
+        id: menu
+        workspace: root.workspace
+        place: "edit"
+        onGroupRequested: root.groupRequested()
+    }
+    TSEmptyState {
+        anchors.centerIn: parent
+        visible: root.count === 0
+        iconName: "layers"
+        text: qsTr("No Layers")
+        hint: qsTr("Add layers using the toolbar above")
+    }
+}

@@ -8,6 +8,7 @@
 #include "Core/AppState.h"
 #include "Core/VirtualCardChannel.h"
 #include "DeckLink/VirtualCard.h"
+#include "UI/RunlistWindowController.h"
 #include "UI/WindowEngine.h"
 #include "UI/Workspace.h"
 
@@ -19,22 +20,42 @@ namespace {
 
 using namespace tessara;
 
-/// Takes the layers in and out, over and over, with the window following.
-Task playShow(AppState &app, Seconds length)
+struct Show
 {
-    CanvasDocument &document = *app.document();
-    document.addTemplateShapeLayer(ShapeKind::rectangle)->setSize({1200, 160});
-    document.addTextLayer()->setText(QStringLiteral("Good evening  สวัสดีครับ"));
-    document.addCountdownLayer()->start();
-    const Nanoseconds end = app.clock().now() + toNanoseconds(length);
-    app.startDeckLinkOutput();
-    while (app.clock().now() < end) {
-        for (const QUuid &id : document.layerOrder())
-            document.toggleLayerInRunlist(id);
-        const bool slept = co_await app.clock().sleep(std::chrono::milliseconds{700});
-        if (!slept)
-            co_return;
+    int layers = 3;
+    int dissolving = 3; // of them, all at once
+    bool restIsOnAir = false;
+    Seconds length{60};
+};
+
+/// A title, a shape or a countdown by turns, in rows and columns over the canvas.
+QUuid addLayer(CanvasDocument &document, int index)
+{
+    const QPointF place(30 + index % 10 * 188, 20 + index / 10 * 52);
+    const auto placed = [&](Layer *layer) {
+        layer->setPosition(place);
+        return layer->id();
+    };
+    if (index % 10 == 9) {
+        CountdownLayer *countdown = document.addCountdownLayer();
+        countdown->setSize({170, 46});
+        countdown->setFontSize(30);
+        countdown->start();
+        return placed(countdown);
     }
+    if (index % 2 == 0) {
+        ShapeLayer *shape = document.addTemplateShapeLayer(ShapeKind::rectangle);
+        shape->setSize({180, 46});
+        return placed(shape);
+    }
+    TextLayer *text = document.addTextLayer();
+    text->setText(index % 4 == 1 ? QStringLiteral("Good evening") : QStringLiteral("สวัสดีครับ ที่นี่"));
+    text->setFontSize(26);
+    return placed(text);
+}
+
+void report(const AppState &app)
+{
     const VirtualCardFrames frames = VirtualCard::find()->frames(0).value_or(VirtualCardFrames{});
     std::printf("frames %lld, ticks lost %llu, interval p50 %.2f ms, p99 %.2f ms, max %.2f ms, "
                 "off by more than 4 ms %lld\n",
@@ -42,8 +63,48 @@ Task playShow(AppState &app, Seconds length)
                 static_cast<unsigned long long>(app.missedTicks()), frames.intervals.p50 * 1000,
                 frames.intervals.p99 * 1000, frames.intervals.max * 1000,
                 static_cast<long long>(frames.intervals.offBeat));
+}
+
+/// Takes layers in and out together, over and over, with the windows following.
+Task playShow(AppState &app, Show show)
+{
+    CanvasDocument &document = *app.document();
+    QList<QUuid> dissolving;
+    for (int index = 0; index < show.layers; ++index) {
+        const QUuid id = addLayer(document, index);
+        if (dissolving.size() < show.dissolving)
+            dissolving.append(id);
+        else if (!show.restIsOnAir)
+            document.setLayerHidden(id, true);
+    }
+    const bool windowsAreReady = co_await app.clock().sleep(std::chrono::seconds{2});
+    if (!windowsAreReady)
+        co_return;
+    const Nanoseconds end = app.clock().now() + toNanoseconds(show.length);
+    app.startDeckLinkOutput();
+    while (app.clock().now() < end) {
+        for (const QUuid &id : dissolving)
+            document.toggleCue(id);
+        document.takeCues();
+        const bool slept = co_await app.clock().sleep(std::chrono::milliseconds{400});
+        if (!slept)
+            co_return;
+    }
+    report(app);
     app.stopDeckLinkOutput();
     QCoreApplication::quit();
+}
+
+/// By the name that the pickers show it under; false for one that no card offers.
+bool chooseMode(AppState &app, const QString &name)
+{
+    for (const DeckLinkDisplayMode &mode : app.deckLinkManager()->modes()) {
+        if (mode.name == name) {
+            app.deckLinkManager()->setSelectedModeID(mode.modeID);
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -59,7 +120,18 @@ int main(int argc, char **argv)
                                   QStringLiteral("folder"));
     const QCommandLineOption seconds(QStringLiteral("seconds"), QStringLiteral("how long"),
                                      QStringLiteral("number"), QStringLiteral("60"));
-    parser.addOptions({data, seconds});
+    const QCommandLineOption layers(QStringLiteral("layers"), QStringLiteral("of the show"),
+                                    QStringLiteral("number"), QStringLiteral("3"));
+    const QCommandLineOption dissolving(QStringLiteral("dissolving"),
+                                        QStringLiteral("of them all the time"),
+                                        QStringLiteral("number"), QStringLiteral("3"));
+    const QCommandLineOption restOnAir(QStringLiteral("rest-on-air"),
+                                       QStringLiteral("the other layers stand on air"));
+    const QCommandLineOption mode(QStringLiteral("mode"), QStringLiteral("as the card names it"),
+                                  QStringLiteral("name"), QStringLiteral("1080p50"));
+    const QCommandLineOption runlist(QStringLiteral("runlist"),
+                                     QStringLiteral("open the runlist as well"));
+    parser.addOptions({data, seconds, layers, dissolving, restOnAir, mode, runlist});
     parser.process(application);
 
     const ApplicationSupport support =
@@ -76,10 +148,20 @@ int main(int argc, char **argv)
     if (!engine.show(QStringLiteral("MainWindow"),
                      {{QStringLiteral("workspace"), QVariant::fromValue(&workspace)}}))
         return 1;
+    if (!chooseMode(app, parser.value(mode))) {
+        std::fprintf(stderr, "no mode of that name\n");
+        return 2;
+    }
+    RunlistWindowController runlistWindow(engine, workspace);
+    if (parser.isSet(runlist))
+        runlistWindow.show();
     Task show;
     const Alarm start = clock.at(clock.now() + std::chrono::seconds{3}, [&] {
         raiseThreadPriority();
-        show = playShow(app, Seconds{parser.value(seconds).toDouble()});
+        show = playShow(app, {.layers = parser.value(layers).toInt(),
+                              .dissolving = parser.value(dissolving).toInt(),
+                              .restIsOnAir = parser.isSet(restOnAir),
+                              .length = Seconds{parser.value(seconds).toDouble()}});
     });
     return QGuiApplication::exec();
 }

@@ -85,7 +85,7 @@ void Runlist::followLayer(const QUuid &layerID)
 void Runlist::followVisibility(const QUuid &layerID)
 {
     if (const auto known = m_entryOfLayer.constFind(layerID); known != m_entryOfLayer.constEnd())
-        emit entryChanged(*known);
+        emit visibilityChanged(*known);
 }
 
 void Runlist::followAll()

@@ -83,6 +83,8 @@ signals:
     void entriesChanged();
     /// Something that one row shows has changed.
     void entryChanged(const QUuid &entryID);
+    /// How much of a row is to be seen; a running take tells it sixty times a second.
+    void visibilityChanged(const QUuid &entryID);
     void countsChanged();
 
 private:

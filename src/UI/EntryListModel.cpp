@@ -14,6 +14,7 @@ EntryListModel::EntryListModel(CanvasDocument &document, Runlist &runlist)
 {
     connect(&runlist, &Runlist::entriesChanged, this, &EntryListModel::followEntries);
     connect(&runlist, &Runlist::entryChanged, this, &EntryListModel::notifyRecord);
+    connect(&runlist, &Runlist::visibilityChanged, this, &EntryListModel::notifyVisibility);
     followEntries();
 }
 
@@ -78,6 +79,12 @@ void EntryListModel::notifyRecord(const QUuid &entryID)
 {
     if (EntryRecord *changed = record(entryID))
         emit changed->changed();
+}
+
+void EntryListModel::notifyVisibility(const QUuid &entryID)
+{
+    if (EntryRecord *changed = record(entryID))
+        emit changed->visibilityChanged();
 }
 
 } // namespace tessara

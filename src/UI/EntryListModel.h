@@ -41,6 +41,7 @@ private:
     void followEntries();
     void removeMissing(const QList<QUuid> &wanted);
     void notifyRecord(const QUuid &entryID);
+    void notifyVisibility(const QUuid &entryID);
 
     CanvasDocument &m_document;
     Runlist &m_runlist;

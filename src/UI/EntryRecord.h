@@ -28,7 +28,7 @@ class EntryRecord : public QObject
     Q_PROPERTY(QString kind READ kind NOTIFY changed FINAL)
     Q_PROPERTY(bool isOnAir READ isOnAir NOTIFY changed FINAL)
     /// 0 to 1, moved by a running take; a group's is that of its most visible layer.
-    Q_PROPERTY(double visibility READ visibility NOTIFY changed FINAL)
+    Q_PROPERTY(double visibility READ visibility NOTIFY visibilityChanged FINAL)
     /// "OFF", "ON AIR", "CUED IN" or "CUED OUT".
     Q_PROPERTY(QString stateText READ stateText NOTIFY changed FINAL)
     Q_PROPERTY(bool isCued READ isCued NOTIFY changed FINAL)
@@ -74,6 +74,7 @@ public:
 
 signals:
     void changed();
+    void visibilityChanged();
 
 private:
     QList<CanvasLayerItem> items() const;

@@ -63,7 +63,10 @@ LayerEditor::LayerEditor(CanvasDocument &document)
             readAll();
     };
     connect(&document, &CanvasDocument::layerChanged, this, readOwn);
-    connect(&document, &CanvasDocument::visibilityChanged, this, readOwn);
+    connect(&document, &CanvasDocument::visibilityChanged, this, [this](const QUuid &id) {
+        if (m_document.selectedLayerIDs().contains(id))
+            publish(QStringLiteral("isOnAir"), isOnAir());
+    });
     follow();
 }
 

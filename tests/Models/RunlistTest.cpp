@@ -95,7 +95,7 @@ TEST_F(RunlistOfFourTest, UngroupingGivesEveryLayerARowOfItsOwn)
 
 TEST_F(RunlistOfFourTest, ATakeIsToldByItsOwnRowAlone)
 {
-    QSignalSpy rows(&runlist, &Runlist::entryChanged);
+    QSignalSpy rows(&runlist, &Runlist::visibilityChanged);
 
     document.takePresetGroupOutNow(lowerThird);
     clock.advance(100ms);

@@ -58,8 +58,8 @@ TEST_F(EntryListModelTest, ATakeIsToldByItsOwnRowAlone)
 {
     const QUuid taken = document.addTextLayer()->id();
     const QUuid other = document.addTextLayer()->id();
-    QSignalSpy own(model.record(taken), &EntryRecord::changed);
-    QSignalSpy others(model.record(other), &EntryRecord::changed);
+    QSignalSpy own(model.record(taken), &EntryRecord::visibilityChanged);
+    QSignalSpy others(model.record(other), &EntryRecord::visibilityChanged);
 
     document.takeLayerOutNow(taken);
     clock.advance(Seconds{0.1});

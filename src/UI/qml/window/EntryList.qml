@@ -32,7 +32,7 @@ ListView {
     Keys.onUpPressed: decrementCurrentIndex()
     Keys.onDownPressed: incrementCurrentIndex()
     Keys.onSpacePressed: if (currentItem) currentItem.record.select()
-    Keys.onMenuPressed: if (currentItem) openMenu(currentItem.record)
+    Keys.onMenuPressed: if (currentItem) openMenu(currentItem, Qt.point(80, rowPitch / 2))
 
     function choose(record, toggles) {
         if (renaming === record)
@@ -45,10 +45,10 @@ ListView {
             record.select()
         }
     }
-    function openMenu(record) {
-        if (!record.isSelected)
-            record.select()
-        menu.openFor(record)
+    function openMenu(row, at) {
+        if (!row.record.isSelected)
+            row.record.select()
+        menu.openFor(row.record, row, at)
     }
     function startDrag(index, record) {
         renaming = null
@@ -80,7 +80,7 @@ ListView {
         hasKeyboard: root.activeFocus && ListView.isCurrentItem
         opacity: root.dragSource === index ? 0.35 : 1
         onClicked: (toggles) => root.choose(record, toggles)
-        onMenuRequested: root.openMenu(record)
+        onMenuRequested: (at) => root.openMenu(row, at)
         onRenameRequested: if (!record.isGroup) root.renaming = record
         onRenamed: (name) => { if (root.renaming === record) record.rename(name) }
         onRenameEnded: if (root.renaming === record) root.renaming = null

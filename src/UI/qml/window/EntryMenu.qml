@@ -19,9 +19,9 @@ TSMenu {
 
     objectName: "entryMenu"
 
-    function openFor(entry) {
+    function openFor(entry, row, point) {
         record = entry
-        popup()
+        popup(row, point.x, point.y)
     }
     function takeText() {
         if (place === "window")

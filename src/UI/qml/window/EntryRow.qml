@@ -12,7 +12,7 @@ Item {
     property bool hasKeyboard: false
     property bool isLifted: false
     signal clicked(bool toggles)
-    signal menuRequested()
+    signal menuRequested(point at)
     signal renameRequested()
     signal renamed(string name)
     signal renameEnded()
@@ -53,7 +53,7 @@ Item {
         }
         TapHandler {
             acceptedButtons: Qt.RightButton
-            onTapped: root.menuRequested()
+            onTapped: (eventPoint) => root.menuRequested(card.mapToItem(root, eventPoint.position))
         }
         DragHandler {
             id: drag

@@ -13,7 +13,7 @@ Item {
     required property bool isRowLocked
     property bool showsLock: false
     property bool hasKeyboard: false
-    signal menuRequested()
+    signal menuRequested(point at)
 
     readonly property string help: {
         record.stateText // what a click would do changes with it
@@ -46,7 +46,7 @@ Item {
         }
         TapHandler {
             acceptedButtons: Qt.RightButton
-            onTapped: root.menuRequested()
+            onTapped: (eventPoint) => root.menuRequested(eventPoint.position)
         }
         Rectangle { // the tally
             width: 14

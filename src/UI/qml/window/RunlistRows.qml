@@ -29,7 +29,10 @@ ListView {
     Keys.onSpacePressed: (event) => clickCurrent(event)
     Keys.onReturnPressed: (event) => clickCurrent(event)
     Keys.onEnterPressed: (event) => clickCurrent(event)
-    Keys.onMenuPressed: if (currentItem) menu.openFor(currentItem.record)
+    Keys.onMenuPressed: {
+        if (currentItem)
+            menu.openFor(currentItem.record, currentItem, Qt.point(110, currentItem.height / 2))
+    }
 
     function clickCurrent(event) {
         if (currentItem && !event.isAutoRepeat)
@@ -45,6 +48,8 @@ ListView {
     }
 
     delegate: RunlistRow {
+        id: row
+
         x: 12
         width: ListView.view.width - 24
         isLive: root.workspace.isLive
@@ -53,7 +58,7 @@ ListView {
         showsLock: root.place === "window"
         hasKeyboard: root.activeFocus && ListView.isCurrentItem
         opacity: root.isLocked ? 0.65 : 1
-        onMenuRequested: menu.openFor(record)
+        onMenuRequested: (at) => menu.openFor(record, row, at)
     }
 
     EntryMenu {

@@ -2,6 +2,7 @@
 
 #include "Models/CanvasDocument.h"
 #include "Rendering/PictureDrawing.h"
+#include "Rendering/ScoreBarDrawing.h"
 #include "Rendering/TextBlock.h"
 
 #include <QPainter>
@@ -94,6 +95,12 @@ void drawShape(QPainter &painter, const CanvasDocument &document, const ShapeLay
                      color.color());
 }
 
+void drawScore(QPainter &painter, const CanvasDocument &document, const ScoreLayer &layer,
+               double runOpacity)
+{
+    drawScoreBar(painter, layer, layer.frame().translated(offsetOf(document, layer)), runOpacity);
+}
+
 // A countdown fades and never slides.
 void drawCountdown(QPainter &painter, const CanvasDocument &document, const CountdownLayer &layer,
                    double opacity)
@@ -148,8 +155,7 @@ void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLa
             [&](const ShapeLayer *shape) {
                 drawShape(painter, document, *shape, runOpacity, style);
             },
-            // The score bar's drawing comes with its geometry.
-            [](const ScoreLayer *) {},
+            [&](const ScoreLayer *score) { drawScore(painter, document, *score, runOpacity); },
             [](const WebLayer *) {},
             [](const Model3DLayer *) {},
             [](const WindowCaptureLayer *) {},

@@ -144,7 +144,7 @@ int main(int argc, char **argv)
     RealClock clock;
     AppState app(clock, support);
     Workspace workspace(app);
-    WindowEngine engine;
+    WindowEngine engine([&app] { return app.isDeckLinkOutputRunning(); });
     if (!engine.show(QStringLiteral("MainWindow"),
                      {{QStringLiteral("workspace"), QVariant::fromValue(&workspace)}}))
         return 1;

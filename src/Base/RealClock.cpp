@@ -43,9 +43,11 @@ QDateTime RealClock::wallClock() const
     return QDateTime::currentDateTime();
 }
 
+// A turn sets many alarms; the timer is set once, at its end.
 void RealClock::alarmsChanged()
 {
-    arm();
+    if (!m_isInTurn)
+        arm();
 }
 
 void RealClock::wake()
@@ -53,7 +55,9 @@ void RealClock::wake()
     quint64 expirations = 0;
     [[maybe_unused]] const auto size = read(m_timer, &expirations, sizeof expirations);
     m_armedFor = Nanoseconds{-1};
+    m_isInTurn = true;
     runTurn();
+    m_isInTurn = false;
     arm();
 }
 

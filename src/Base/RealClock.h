@@ -27,6 +27,7 @@ private:
 
     Nanoseconds m_start;
     Nanoseconds m_armedFor{-1};
+    bool m_isInTurn = false;
     int m_timer = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };

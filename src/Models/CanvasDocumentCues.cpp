@@ -58,8 +58,8 @@ void CanvasDocument::toggleCueForPresetGroup(const QUuid &groupID)
         return;
     }
     const QList<QUuid> ids = layerIDsInPresetGroup(groupID);
-    const bool isAnyHidden = std::any_of(
-        ids.begin(), ids.end(), [this](const QUuid &id) { return layer(id)->isHidden(); });
+    const bool isAnyHidden = std::any_of(ids.begin(), ids.end(),
+                                         [this](const QUuid &id) { return layer(id)->isHidden(); });
     QMap<QUuid, bool> targets = m_cueTargets;
     for (const QUuid &id : ids)
         targets.insert(id, isAnyHidden);

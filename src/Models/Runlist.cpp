@@ -12,8 +12,7 @@ namespace {
 template <typename Predicate>
 bool anyLayer(const VirtualLayerEntry &entry, Predicate isSo)
 {
-    const QList<CanvasLayerItem> items = entry.items();
-    return std::any_of(items.begin(), items.end(),
+    return std::any_of(entry.begin(), entry.end(),
                        [&](const CanvasLayerItem &item) { return isSo(*layerOf(item)); });
 }
 
@@ -46,8 +45,8 @@ Runlist::Runlist(CanvasDocument &document)
     connect(&document, &CanvasDocument::presetGroupsChanged, this, &Runlist::followEntries);
     connect(&document, &CanvasDocument::layerChanged, this, &Runlist::followLayer);
     connect(&document, &CanvasDocument::visibilityChanged, this, &Runlist::followVisibility);
-    connect(&document, &CanvasDocument::cueTargetsChanged, this, &Runlist::followAll);
-    connect(&document, &CanvasDocument::selectedLayerIDsChanged, this, &Runlist::followAll);
+    connect(&document, &CanvasDocument::cueTargetsChanged, this, &Runlist::followCues);
+    connect(&document, &CanvasDocument::selectedLayerIDsChanged, this, &Runlist::followSelection);
     connect(&document, &CanvasDocument::layerRunSettingsChanged, this, &Runlist::followAll);
     followEntries();
 }
@@ -61,8 +60,10 @@ void Runlist::followEntries()
     QList<VirtualLayerEntry> entries = virtualEntries(layers, m_document.presetGroupNames());
     if (entries != m_entries) {
         m_entries = std::move(entries);
+        m_rowOfEntry.clear();
         m_entryOfLayer.clear();
         for (const VirtualLayerEntry &entry : std::as_const(m_entries)) {
+            m_rowOfEntry.insert(entry.id(), m_rowOfEntry.size());
             for (const QUuid &id : entry.layerIDs())
                 m_entryOfLayer.insert(id, entry.id());
         }
@@ -88,6 +89,39 @@ void Runlist::followVisibility(const QUuid &layerID)
         emit visibilityChanged(*known);
 }
 
+void Runlist::followCues()
+{
+    const QMap<QUuid, bool> old = std::exchange(m_cueTargets, m_document.cueTargets());
+    QSet<QUuid> changed;
+    const auto collect = [&](const QMap<QUuid, bool> &one, const QMap<QUuid, bool> &other) {
+        for (auto cue = one.begin(); cue != one.end(); ++cue) {
+            if (!other.contains(cue.key()) || other.value(cue.key()) != cue.value())
+                changed.insert(cue.key());
+        }
+    };
+    collect(old, m_cueTargets);
+    collect(m_cueTargets, old);
+    followLayers(changed);
+}
+
+void Runlist::followSelection()
+{
+    const QSet<QUuid> old = std::exchange(m_selectedLayerIDs, m_document.selectedLayerIDs());
+    followLayers((old - m_selectedLayerIDs) + (m_selectedLayerIDs - old));
+}
+
+void Runlist::followLayers(const QSet<QUuid> &layerIDs)
+{
+    QSet<QUuid> entries;
+    for (const QUuid &id : layerIDs) {
+        if (const auto known = m_entryOfLayer.constFind(id); known != m_entryOfLayer.constEnd())
+            entries.insert(*known);
+    }
+    for (const QUuid &entryID : std::as_const(entries))
+        emit entryChanged(entryID);
+    recount();
+}
+
 void Runlist::followAll()
 {
     for (const VirtualLayerEntry &entry : std::as_const(m_entries))
@@ -101,7 +135,7 @@ void Runlist::recount()
     for (const VirtualLayerEntry &entry : std::as_const(m_entries)) {
         counts.onAir += isOnAir(entry);
         counts.cued += hasCue(entry);
-        for (const CanvasLayerItem &item : entry.items())
+        for (const CanvasLayerItem &item : entry)
             counts.shownLayers += isShown(*layerOf(item));
     }
     if (replaceValue(m_counts, counts))
@@ -118,9 +152,8 @@ QList<QUuid> Runlist::entryIDs() const
 
 const VirtualLayerEntry *Runlist::entry(const QUuid &id) const
 {
-    const auto found = std::find_if(m_entries.begin(), m_entries.end(),
-                                    [&](const auto &entry) { return entry.id() == id; });
-    return found == m_entries.end() ? nullptr : &*found;
+    const auto row = m_rowOfEntry.constFind(id);
+    return row == m_rowOfEntry.constEnd() ? nullptr : &m_entries.at(*row);
 }
 
 // How they stand
@@ -143,18 +176,18 @@ bool Runlist::hasCue(const VirtualLayerEntry &entry) const
 
 RunlistState Runlist::state(const VirtualLayerEntry &entry) const
 {
-    const std::optional<bool> cue = std::visit(
-        Overloaded{[&](const SingleEntry &single) -> std::optional<bool> {
-                       const auto target =
-                           m_document.cueTargets().constFind(layerOf(single.item)->id());
-                       return target == m_document.cueTargets().constEnd()
-                                  ? std::nullopt
-                                  : std::optional(*target);
-                   },
-                   [&](const GroupEntry &group) {
-                       return m_document.cueTargetForPresetGroup(group.groupID);
-                   }},
-        entry.content);
+    const std::optional<bool> cue =
+        std::visit(Overloaded{[&](const SingleEntry &single) -> std::optional<bool> {
+                                  const auto target =
+                                      m_document.cueTargets().constFind(layerOf(single.item)->id());
+                                  return target == m_document.cueTargets().constEnd()
+                                             ? std::nullopt
+                                             : std::optional(*target);
+                              },
+                              [&](const GroupEntry &group) {
+                                  return m_document.cueTargetForPresetGroup(group.groupID);
+                              }},
+                   entry.content);
     if (cue)
         return *cue ? RunlistState::cuedIn : RunlistState::cuedOut;
     return isOnAir(entry) ? RunlistState::onAir : RunlistState::off;

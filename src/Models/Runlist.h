@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QHash>
+#include <QMap>
 #include <QObject>
+#include <QSet>
 
 #include "Models/VirtualLayerEntry.h"
 
@@ -100,12 +102,18 @@ private:
     void followEntries();
     void followLayer(const QUuid &layerID);
     void followVisibility(const QUuid &layerID);
+    void followCues();
+    void followSelection();
+    void followLayers(const QSet<QUuid> &layerIDs);
     void followAll();
     void recount();
 
     CanvasDocument &m_document;
     QList<VirtualLayerEntry> m_entries;
+    QHash<QUuid, qsizetype> m_rowOfEntry;
     QHash<QUuid, QUuid> m_entryOfLayer;
+    QMap<QUuid, bool> m_cueTargets;
+    QSet<QUuid> m_selectedLayerIDs;
     Counts m_counts;
 };
 

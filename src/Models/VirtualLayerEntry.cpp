@@ -18,18 +18,23 @@ QString VirtualLayerEntry::name() const
         content);
 }
 
-QList<CanvasLayerItem> VirtualLayerEntry::items() const
+const CanvasLayerItem *VirtualLayerEntry::begin() const
 {
-    return std::visit(
-        Overloaded{[](const SingleEntry &single) { return QList<CanvasLayerItem>{single.item}; },
-                   [](const GroupEntry &group) { return group.items; }},
-        content);
+    return std::visit(Overloaded{[](const SingleEntry &single) { return &single.item; },
+                                 [](const GroupEntry &group) { return group.items.constData(); }},
+                      content);
+}
+
+const CanvasLayerItem *VirtualLayerEntry::end() const
+{
+    const auto *group = std::get_if<GroupEntry>(&content);
+    return begin() + (group ? group->items.size() : 1);
 }
 
 QList<QUuid> VirtualLayerEntry::layerIDs() const
 {
     QList<QUuid> ids;
-    for (const CanvasLayerItem &item : items())
+    for (const CanvasLayerItem &item : *this)
         ids.append(layerOf(item)->id());
     return ids;
 }

@@ -32,8 +32,10 @@ struct VirtualLayerEntry
     /// The layer's id, or the group's.
     QUuid id() const;
     QString name() const;
-    /// One layer, or all of the group, front-most first.
-    QList<CanvasLayerItem> items() const;
+    /// The layer, or all of the group's, front-most first.
+    const CanvasLayerItem *begin() const;
+    const CanvasLayerItem *end() const;
+    qsizetype size() const { return end() - begin(); }
     QList<QUuid> layerIDs() const;
     bool isGroup() const { return std::holds_alternative<GroupEntry>(content); }
 

@@ -3,7 +3,7 @@
 #include "Models/CanvasDocument.h"
 #include "Rendering/PictureDrawing.h"
 #include "Rendering/ScoreBarDrawing.h"
-#include "Rendering/TextBlock.h"
+#include "Rendering/TextBlockCache.h"
 
 #include <QPainter>
 
@@ -39,35 +39,35 @@ double boxedTextTop(double boxBottom, double boxHeight, double textHeight)
     return boxBottom - lift - std::max(boxHeight, textHeight);
 }
 
-QRectF textBounds(const TextLayer &layer)
+QRectF textBounds(const TextLayer &layer, TextBlockCache &texts)
 {
     if (const std::optional<QSizeF> box = layer.textBoxSize())
         return {layer.position(), box->expandedTo({1, 1})};
-    const QSizeF size =
-        TextBlock(layer.text(), layer.resolvedFont(layer.fontSize(), QFont::DemiBold)).size();
+    const SizedFont font = layer.resolvedFont(layer.fontSize(), QFont::DemiBold);
+    const QSizeF size = texts.block(layer.text(), font, layer.horizontalAlignment())->size();
     const double left = size.width() * alignmentShare(layer.horizontalAlignment());
     return {layer.position() - QPointF(left, 0), size};
 }
 
 void drawText(QPainter &painter, const CanvasDocument &document, const TextLayer &layer,
-              double runOpacity)
+              double runOpacity, TextBlockCache &texts)
 {
     const SizedFont font = layer.resolvedFont(layer.fontSize(), QFont::DemiBold);
     const TextPaint paint{layer.color().color(), layer.outlineColor().color(), outlineWidth(layer)};
     const TextLayerHorizontalAlignment alignment = layer.horizontalAlignment();
     const QPointF anchor = layer.position() + offsetOf(document, layer);
-    const TextBlock line(layer.text(), font, alignment);
+    const auto line = texts.block(layer.text(), font, alignment);
     painter.setOpacity(runOpacity);
     if (const std::optional<QSizeF> given = layer.textBoxSize()) {
         const QSizeF box = given->expandedTo({1, 1});
-        const TextBlock wrapped(layer.text(), font, alignment, box.width());
+        const auto wrapped = texts.block(layer.text(), font, alignment, box.width());
         const double top =
-            boxedTextTop(anchor.y() + box.height(), box.height(), line.size().height());
-        wrapped.draw(painter, {anchor.x(), top}, paint);
+            boxedTextTop(anchor.y() + box.height(), box.height(), line->size().height());
+        wrapped->draw(painter, {anchor.x(), top}, paint);
         return;
     }
-    const double left = line.size().width() * alignmentShare(alignment);
-    line.draw(painter, {anchor.x() - left, anchor.y()}, paint);
+    const double left = line->size().width() * alignmentShare(alignment);
+    line->draw(painter, {anchor.x() - left, anchor.y()}, paint);
 }
 
 void drawImage(QPainter &painter, const CanvasDocument &document, const ImageLayer &layer,
@@ -96,14 +96,15 @@ void drawShape(QPainter &painter, const CanvasDocument &document, const ShapeLay
 }
 
 void drawScore(QPainter &painter, const CanvasDocument &document, const ScoreLayer &layer,
-               double runOpacity)
+               double runOpacity, TextBlockCache &texts)
 {
-    drawScoreBar(painter, layer, layer.frame().translated(offsetOf(document, layer)), runOpacity);
+    drawScoreBar(painter, layer, layer.frame().translated(offsetOf(document, layer)), runOpacity,
+                 texts);
 }
 
 // A countdown fades and never slides.
 void drawCountdown(QPainter &painter, const CanvasDocument &document, const CountdownLayer &layer,
-                   double opacity)
+                   double opacity, TextBlockCache &texts)
 {
     const QRectF box = layer.frame();
     if (!(opacity > LayerTakes::leastVisibility) || document.size().isEmpty() || box.isEmpty())
@@ -115,10 +116,10 @@ void drawCountdown(QPainter &painter, const CanvasDocument &document, const Coun
         background.addRoundedRect(box, radius, radius);
         painter.fillPath(background, layer.backgroundColor().color());
     }
-    const TextBlock time(layer.formattedTime(), layer.resolvedFont());
-    const QSizeF spare = box.size() - time.size();
-    time.draw(painter, box.topLeft() + QPointF(spare.width(), spare.height()) * 0.5,
-              {layer.currentColor().color(), {}, 0});
+    const auto time = texts.block(layer.formattedTime(), layer.resolvedFont());
+    const QSizeF spare = box.size() - time->size();
+    time->draw(painter, box.topLeft() + QPointF(spare.width(), spare.height()) * 0.5,
+               {layer.currentColor().color(), {}, 0});
 }
 
 double unit(double value)
@@ -136,32 +137,34 @@ double runOpacity(const CanvasDocument &document, const CanvasLayerItem &item)
     return visibility > LayerTakes::leastVisibility ? visibility : 0;
 }
 
-QRectF drawnBounds(const CanvasLayerItem &item)
+QRectF drawnBounds(const CanvasLayerItem &item, TextBlockCache &texts)
 {
-    return std::visit(Overloaded{[](const TextLayer *text) { return textBounds(*text); },
+    return std::visit(Overloaded{[&](const TextLayer *text) { return textBounds(*text, texts); },
                                  [](const SizedLayer *layer) { return layer->frame(); }},
                       item);
 }
 
 void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,
-               double runOpacity, DrawingStyle style)
+               double runOpacity, DrawingStyle style, TextBlockCache &texts)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     std::visit(
         Overloaded{
-            [&](const TextLayer *text) { drawText(painter, document, *text, runOpacity); },
+            [&](const TextLayer *text) { drawText(painter, document, *text, runOpacity, texts); },
             [&](const ImageLayer *image) { drawImage(painter, document, *image, runOpacity); },
             [&](const ShapeLayer *shape) {
                 drawShape(painter, document, *shape, runOpacity, style);
             },
-            [&](const ScoreLayer *score) { drawScore(painter, document, *score, runOpacity); },
+            [&](const ScoreLayer *score) {
+                drawScore(painter, document, *score, runOpacity, texts);
+            },
             [](const WebLayer *) {},
             [](const Model3DLayer *) {},
             [](const WindowCaptureLayer *) {},
             [&](const CountdownLayer *countdown) {
                 drawCountdown(painter, document, *countdown,
-                              unit(countdown->opacity()) * runOpacity);
+                              unit(countdown->opacity()) * runOpacity, texts);
             },
         },
         item);

@@ -8,6 +8,7 @@ class QPainter;
 namespace tessara {
 
 class CanvasDocument;
+class TextBlockCache;
 
 enum class DrawingStyle {
     frame, // what goes on air: shapes stand with their top at the bottom
@@ -18,11 +19,11 @@ enum class DrawingStyle {
 double runOpacity(const CanvasDocument &document, const CanvasLayerItem &item);
 
 /// The box that a layer takes up at rest, in canvas coordinates: a text's is measured.
-QRectF drawnBounds(const CanvasLayerItem &item);
+QRectF drawnBounds(const CanvasLayerItem &item, TextBlockCache &texts);
 
 /// Paints in canvas coordinates. Web pages, 3D models and captured windows are live views and have
 /// no drawing: they leave no hole, and what lies under them shows.
 void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,
-               double runOpacity, DrawingStyle style);
+               double runOpacity, DrawingStyle style, TextBlockCache &texts);
 
 } // namespace tessara

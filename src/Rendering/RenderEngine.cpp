@@ -42,6 +42,18 @@ tl::expected<QImage, RenderEngineError> makeClearBitmap(QSizeF canvas)
     return bitmap;
 }
 
+// On this thread: the platform's own conversion shares the work out and then waits for threads that
+// a busy machine wakes late.
+void swapRedAndBlue(QImage &bitmap)
+{
+    auto *pixel = reinterpret_cast<quint32 *>(bitmap.bits());
+    auto *const end = pixel + bitmap.sizeInBytes() / bytesPerPixel;
+    for (; pixel != end; ++pixel) {
+        const quint32 outer = *pixel & 0x00ff00ff;
+        *pixel = (*pixel & 0xff00ff00) | outer << 16 | outer >> 16;
+    }
+}
+
 } // namespace
 
 QString text(RenderEngineError error)
@@ -58,7 +70,7 @@ QString text(RenderEngineError error)
 }
 
 tl::expected<QImage, RenderEngineError>
-RenderEngine::render(const CanvasDocument &document, const std::optional<QColor> &background) const
+RenderEngine::render(const CanvasDocument &document, const std::optional<QColor> &background)
 {
     const QSizeF canvas = document.size();
     tl::expected<QImage, RenderEngineError> frame = makeClearBitmap(canvas);
@@ -74,12 +86,11 @@ RenderEngine::render(const CanvasDocument &document, const std::optional<QColor>
     for (const CanvasLayerItem &item : document.orderedLayers()) {
         const double opacity = runOpacity(document, item);
         if (opacity > 0)
-            drawLayer(painter, document, item, opacity, DrawingStyle::frame);
+            drawLayer(painter, document, item, opacity, DrawingStyle::frame, m_texts);
     }
     painter.end();
-    // In place, as nothing else holds the bitmap.
-    frame->convertTo(QImage::Format_RGBA8888_Premultiplied);
-    if (frame->isNull())
+    swapRedAndBlue(*frame);
+    if (!frame->reinterpretAsFormat(QImage::Format_RGBA8888_Premultiplied))
         return tl::unexpected(RenderEngineError::imageCreationFailed);
     return frame;
 }

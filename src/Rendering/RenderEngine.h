@@ -4,6 +4,8 @@
 #include <QColor>
 #include <QImage>
 
+#include "Rendering/TextBlockCache.h"
+
 #include <tl/expected.hpp>
 
 #include <optional>
@@ -16,7 +18,7 @@ enum class RenderEngineError { bitmapCreationFailed, contextCreationFailed, imag
 
 QString text(RenderEngineError error);
 
-/// Draws every frame from nothing and keeps nothing in between.
+/// Draws every frame from nothing; only the layout of its texts is kept from frame to frame.
 class RenderEngine
 {
 public:
@@ -24,7 +26,10 @@ public:
     /// the top without padding. Without a background it is transparent where no layer paints, which
     /// is what the key depends on.
     tl::expected<QImage, RenderEngineError> render(const CanvasDocument &document,
-                                                   const std::optional<QColor> &background) const;
+                                                   const std::optional<QColor> &background);
+
+private:
+    TextBlockCache m_texts;
 };
 
 } // namespace tessara

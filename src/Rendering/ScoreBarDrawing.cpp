@@ -3,7 +3,7 @@
 #include "Models/LayerGeometry.h"
 #include "Models/ScoreLayer.h"
 #include "Rendering/ScoreBarGeometry.h"
-#include "Rendering/TextBlock.h"
+#include "Rendering/TextBlockCache.h"
 
 #include <QPainter>
 
@@ -182,15 +182,17 @@ std::vector<Inscription> titleBarInscriptions(const ScoreLayer &layer,
 }
 
 // Upright, hence not in the bar's own turned coordinates.
-void drawInscription(QPainter &painter, const Inscription &inscription, const QRectF &bar)
+void drawInscription(QPainter &painter, const Inscription &inscription, const QRectF &bar,
+                     TextBlockCache &texts)
 {
     if (inscription.text.isEmpty())
         return;
-    const TextBlock block(inscription.text, inscription.font, TextLayerHorizontalAlignment::center);
+    const auto block =
+        texts.block(inscription.text, inscription.font, TextLayerHorizontalAlignment::center);
     const QPointF middle = inscription.target.center();
-    const QPointF half = QPointF(block.size().width(), block.size().height()) * 0.5;
-    block.draw(painter, QPointF(bar.left() + middle.x(), bar.bottom() - middle.y()) - half,
-               {inscription.color.color(), {}, 0});
+    const QPointF half = QPointF(block->size().width(), block->size().height()) * 0.5;
+    block->draw(painter, QPointF(bar.left() + middle.x(), bar.bottom() - middle.y()) - half,
+                {inscription.color.color(), {}, 0});
 }
 
 // A painter clips by whole pixels: outward, so that the bar's own edges stay soft between two rows.
@@ -211,7 +213,7 @@ bool hasArea(const QRectF &frame)
 } // namespace
 
 void drawScoreBar(QPainter &painter, const ScoreLayer &layer, const QRectF &frame,
-                  double runOpacity)
+                  double runOpacity, TextBlockCache &texts)
 {
     const QRectF visible = hasArea(frame) ? visiblePart(painter, frame) : QRectF();
     if (visible.isEmpty())
@@ -236,7 +238,7 @@ void drawScoreBar(QPainter &painter, const ScoreLayer &layer, const QRectF &fram
     painter.setOpacity(runOpacity);
     for (const Inscription &inscription :
          isTitleBar ? titleBarInscriptions(layer, geometry) : standardInscriptions(layer, geometry))
-        drawInscription(painter, inscription, bar);
+        drawInscription(painter, inscription, bar, texts);
 }
 
 } // namespace tessara

@@ -119,7 +119,7 @@ void CanvasView::updatePolish()
     update();
 }
 
-void CanvasView::paintCanvas(QPainter &painter) const
+void CanvasView::paintCanvas(QPainter &painter)
 {
     const QRectF rect = canvasRect();
     paintChecker(painter, rect);
@@ -131,14 +131,14 @@ void CanvasView::paintCanvas(QPainter &painter) const
     for (const CanvasLayerItem &item : shown.orderedLayers()) {
         const double opacity = runOpacity(shown, item);
         if (opacity > 0)
-            drawLayer(painter, shown, item, opacity, DrawingStyle::canvas);
+            drawLayer(painter, shown, item, opacity, DrawingStyle::canvas, m_texts);
     }
     painter.restore();
     paintSelection(painter);
 }
 
 // A line round each selected layer, dashed for one that is off air.
-void CanvasView::paintSelection(QPainter &painter) const
+void CanvasView::paintSelection(QPainter &painter)
 {
     const CanvasDocument &shown = *document();
     const QRectF rect = canvasRect();
@@ -150,7 +150,7 @@ void CanvasView::paintSelection(QPainter &painter) const
         const Layer *layer = layerOf(item);
         if (!shown.selectedLayerIDs().contains(layer->id()))
             continue;
-        const QRectF bounds = drawnBounds(item);
+        const QRectF bounds = drawnBounds(item, m_texts);
         const QRectF frame(rect.topLeft() + bounds.topLeft() * canvasScale(),
                            bounds.size() * canvasScale());
         const bool isOnAir = shown.takes().isOnAir(layer->id());

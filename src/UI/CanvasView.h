@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
+#include "Rendering/TextBlockCache.h"
 #include "UI/Workspace.h"
 
 namespace tessara {
@@ -51,10 +52,11 @@ private:
     CanvasDocument *document() const;
     void contentChanged();
     void repaintNow();
-    void paintCanvas(QPainter &painter) const;
-    void paintSelection(QPainter &painter) const;
+    void paintCanvas(QPainter &painter);
+    void paintSelection(QPainter &painter);
 
     QPointer<Workspace> m_workspace;
+    TextBlockCache m_texts;
     QImage m_picture;
     bool m_isPictureNew = false;
     double m_margin = 24; // item units

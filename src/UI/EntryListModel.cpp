@@ -3,8 +3,8 @@
 #include "Models/Runlist.h"
 #include "UI/EntryRecord.h"
 
-#include <QSet>
-#include <QTimer>
+#include <algorithm>
+#include <utility>
 
 namespace tessara {
 
@@ -13,8 +13,10 @@ EntryListModel::EntryListModel(CanvasDocument &document, Runlist &runlist)
     , m_runlist(runlist)
 {
     connect(&runlist, &Runlist::entriesChanged, this, &EntryListModel::followEntries);
-    connect(&runlist, &Runlist::entryChanged, this, &EntryListModel::notifyRecord);
-    connect(&runlist, &Runlist::visibilityChanged, this, &EntryListModel::notifyVisibility);
+    connect(&runlist, &Runlist::entryChanged, this, &EntryListModel::noteChange);
+    connect(&runlist, &Runlist::visibilityChanged, this, &EntryListModel::noteVisibility);
+    m_pause.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, &EntryListModel::tell);
     followEntries();
 }
 
@@ -75,16 +77,38 @@ void EntryListModel::removeMissing(const QList<QUuid> &wanted)
     }
 }
 
-void EntryListModel::notifyRecord(const QUuid &entryID)
+void EntryListModel::noteChange(const QUuid &entryID)
 {
-    if (EntryRecord *changed = record(entryID))
-        emit changed->changed();
+    m_changed.insert(entryID);
+    waitToTell();
 }
 
-void EntryListModel::notifyVisibility(const QUuid &entryID)
+void EntryListModel::noteVisibility(const QUuid &entryID)
 {
-    if (EntryRecord *changed = record(entryID))
-        emit changed->visibilityChanged();
+    m_moving.insert(entryID);
+    waitToTell();
+}
+
+void EntryListModel::waitToTell()
+{
+    if (m_pause.isActive())
+        return;
+    constexpr qint64 period = 33; // ms
+    const qint64 since = m_sinceLast.isValid() ? m_sinceLast.elapsed() : period;
+    m_pause.start(int(std::clamp(period - since, qint64(0), period)));
+}
+
+void EntryListModel::tell()
+{
+    m_sinceLast.start();
+    for (const QUuid &id : std::exchange(m_changed, {})) {
+        if (EntryRecord *changed = record(id))
+            emit changed->changed();
+    }
+    for (const QUuid &id : std::exchange(m_moving, {})) {
+        if (EntryRecord *moving = record(id))
+            emit moving->visibilityChanged();
+    }
 }
 
 } // namespace tessara

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QElapsedTimer>
 #include <QHash>
+#include <QSet>
+#include <QTimer>
 #include <QUuid>
 #include <QtQml/qqmlregistration.h>
 
@@ -13,7 +16,8 @@ class EntryRecord;
 class Runlist;
 
 /// Rows are inserted, moved and removed, never made anew, so that a list of hundreds stays smooth.
-/// A change of one row is told by its record alone.
+/// A change of one row is told by its record alone: the first at the next turn of the main loop, a
+/// series as often as an eye can follow.
 class EntryListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -40,13 +44,19 @@ signals:
 private:
     void followEntries();
     void removeMissing(const QList<QUuid> &wanted);
-    void notifyRecord(const QUuid &entryID);
-    void notifyVisibility(const QUuid &entryID);
+    void noteChange(const QUuid &entryID);
+    void noteVisibility(const QUuid &entryID);
+    void waitToTell();
+    void tell();
 
     CanvasDocument &m_document;
     Runlist &m_runlist;
     QList<EntryRecord *> m_records;
     QHash<QUuid, EntryRecord *> m_recordsByID;
+    QSet<QUuid> m_changed;
+    QSet<QUuid> m_moving; // in a take
+    QTimer m_pause;       // until the next telling
+    QElapsedTimer m_sinceLast;
 };
 
 } // namespace tessara

@@ -17,12 +17,6 @@ EntryRecord::EntryRecord(CanvasDocument &document, Runlist &runlist, const QUuid
     m_isGroup = entry && entry->isGroup();
 }
 
-QList<CanvasLayerItem> EntryRecord::items() const
-{
-    const VirtualLayerEntry *entry = m_runlist.entry(m_id);
-    return entry ? entry->items() : QList<CanvasLayerItem>();
-}
-
 QString EntryRecord::name() const
 {
     const VirtualLayerEntry *entry = m_runlist.entry(m_id);
@@ -45,7 +39,8 @@ QString EntryRecord::detail() const
 {
     if (!m_isGroup)
         return typeText();
-    const qsizetype count = items().size();
+    const VirtualLayerEntry *entry = m_runlist.entry(m_id);
+    const qsizetype count = entry ? entry->size() : 0;
     return count == 1 ? tr("1 layer") : tr("%1 layers").arg(count);
 }
 
@@ -63,8 +58,11 @@ bool EntryRecord::isOnAir() const
 
 double EntryRecord::visibility() const
 {
+    const VirtualLayerEntry *entry = m_runlist.entry(m_id);
+    if (!entry)
+        return 0;
     double most = 0;
-    for (const CanvasLayerItem &item : items()) {
+    for (const CanvasLayerItem &item : *entry) {
         const Layer *layer = layerOf(item);
         most = std::max(most, m_document.effectiveVisibility(layer->id(), layer->isHidden()));
     }
@@ -96,11 +94,10 @@ QString EntryRecord::autoOutText() const
 
 bool EntryRecord::isSelected() const
 {
-    const QList<CanvasLayerItem> layers = items();
-    return !layers.isEmpty()
-           && std::all_of(layers.begin(), layers.end(), [this](const CanvasLayerItem &item) {
-                  return m_document.selectedLayerIDs().contains(layerOf(item)->id());
-              });
+    const VirtualLayerEntry *entry = m_runlist.entry(m_id);
+    return entry && std::all_of(entry->begin(), entry->end(), [this](const CanvasLayerItem &item) {
+               return m_document.selectedLayerIDs().contains(layerOf(item)->id());
+           });
 }
 
 bool EntryRecord::isLocked() const

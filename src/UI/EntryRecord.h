@@ -77,8 +77,6 @@ signals:
     void visibilityChanged();
 
 private:
-    QList<CanvasLayerItem> items() const;
-
     CanvasDocument &m_document;
     Runlist &m_runlist;
     QUuid m_id;

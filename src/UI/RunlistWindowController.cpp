@@ -20,8 +20,9 @@ RunlistWindowController::~RunlistWindowController()
 void RunlistWindowController::show()
 {
     if (!m_window) {
-        m_window = m_engine.create(QStringLiteral("RunlistWindow"),
-                                   {{QStringLiteral("workspace"), QVariant::fromValue(&m_workspace)}});
+        m_window =
+            m_engine.create(QStringLiteral("RunlistWindow"),
+                            {{QStringLiteral("workspace"), QVariant::fromValue(&m_workspace)}});
         if (!m_window)
             return;
         // A closed window is let go, so that the next one starts afresh.

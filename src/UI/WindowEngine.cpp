@@ -2,6 +2,7 @@
 
 #include "Rendering/ApplicationFonts.h"
 #include "UI/IconProvider.h"
+#include "UI/WindowPacer.h"
 
 #include <QQmlComponent>
 #include <QQuickStyle>
@@ -26,7 +27,8 @@ void preparePlatform()
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 }
 
-WindowEngine::WindowEngine()
+WindowEngine::WindowEngine(std::function<bool()> isOutputRunning)
+    : m_isOutputRunning(std::move(isOutputRunning))
 {
     initialiseIconResource();
     loadApplicationFonts();
@@ -44,7 +46,11 @@ bool WindowEngine::show(const QString &name, const QVariantMap &properties)
     setInitialProperties(properties);
     const qsizetype before = rootObjects().size();
     load(urlOf(name));
-    return rootObjects().size() > before;
+    if (rootObjects().size() == before)
+        return false;
+    if (auto *window = qobject_cast<QQuickWindow *>(rootObjects().last()))
+        new WindowPacer(*window, m_isOutputRunning);
+    return true;
 }
 
 QQuickWindow *WindowEngine::create(const QString &name, const QVariantMap &properties)
@@ -58,6 +64,7 @@ QQuickWindow *WindowEngine::create(const QString &name, const QVariantMap &prope
         return nullptr;
     }
     QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
+    new WindowPacer(*window, m_isOutputRunning);
     return window;
 }
 

@@ -90,12 +90,9 @@ TEST_F(CanvasCueTest, ATakeByHandRemovesTheCueSoThatTheTakeOfCuesLeavesTheLayerA
 TEST_F(CanvasCueTest, EveryDirectOperationRemovesTheCue)
 {
     const std::vector<std::function<void()>> operations{
-        [&] { document.takeLayerInNow(shown); },
-        [&] { document.takeLayerOutNow(shown); },
-        [&] { document.setLayerHidden(shown, false); },
-        [&] { document.toggleLayerHidden(shown); },
-        [&] { document.toggleLayerInRunlist(shown); },
-        [&] { document.removeLayer(shown); },
+        [&] { document.takeLayerInNow(shown); },        [&] { document.takeLayerOutNow(shown); },
+        [&] { document.setLayerHidden(shown, false); }, [&] { document.toggleLayerHidden(shown); },
+        [&] { document.toggleLayerInRunlist(shown); },  [&] { document.removeLayer(shown); },
     };
     for (const auto &operation : operations) {
         document.setCueTargets({{shown, true}});

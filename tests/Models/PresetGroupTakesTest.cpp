@@ -203,8 +203,7 @@ TEST_F(PresetGroupTakesTest, SettersReachEveryLayerWithinTheirLimits)
     document.setPresetGroupRunAutoOutDuration(-1, groupID);
 
     for (const QUuid &id : {one, other}) {
-        EXPECT_EQ(document.runSettings(id),
-                  (LayerRunSettings{LayerRunTransitionStyle::cut, 8, 0}));
+        EXPECT_EQ(document.runSettings(id), (LayerRunSettings{LayerRunTransitionStyle::cut, 8, 0}));
     }
     EXPECT_EQ(document.runSettings(stranger).transitionStyle, dissolve);
     EXPECT_EQ(document.runSettings(stranger).dissolveDuration, 0.35);

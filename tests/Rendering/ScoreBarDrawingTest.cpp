@@ -352,7 +352,8 @@ TEST_F(ScoreBarDrawingTest, FrameAndCanvasShowTheSame)
         QImage canvas(1300, 300, QImage::Format_ARGB32_Premultiplied);
         canvas.fill(Qt::transparent);
         QPainter painter(&canvas);
-        drawLayer(painter, document, item, 1, DrawingStyle::canvas);
+        TextBlockCache texts;
+        drawLayer(painter, document, item, 1, DrawingStyle::canvas, texts);
         painter.end();
 
         EXPECT_EQ(canvas.convertToFormat(QImage::Format_RGBA8888_Premultiplied), render());

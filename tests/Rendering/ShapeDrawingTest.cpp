@@ -15,7 +15,8 @@ protected:
         QImage picture(200, 100, QImage::Format_RGBA8888_Premultiplied);
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
-        drawLayer(painter, document, shape, 1, DrawingStyle::canvas);
+        TextBlockCache texts;
+        drawLayer(painter, document, shape, 1, DrawingStyle::canvas, texts);
         return picture;
     }
 

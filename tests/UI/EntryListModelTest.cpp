@@ -1,5 +1,6 @@
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
+#include <QTest>
 
 #include "Base/ManualClock.h"
 #include "Models/CanvasDocument.h"
@@ -63,10 +64,28 @@ TEST_F(EntryListModelTest, ATakeIsToldByItsOwnRowAlone)
 
     document.takeLayerOutNow(taken);
     clock.advance(Seconds{0.1});
+    ASSERT_TRUE(own.wait());
 
-    EXPECT_GT(own.count(), 3);
+    EXPECT_EQ(own.count(), 1); // for six steps of the take
     EXPECT_EQ(others.count(), 0);
     EXPECT_LT(model.record(taken)->visibility(), 1);
+}
+
+TEST_F(EntryListModelTest, ManyChangesOfARowAreToldOnce)
+{
+    const QUuid first = document.addTextLayer()->id();
+    const QUuid second = document.addTextLayer()->id();
+    QTest::qWait(50); // what the additions had to tell
+    QSignalSpy firstTold(model.record(first), &EntryRecord::changed);
+    QSignalSpy secondTold(model.record(second), &EntryRecord::changed);
+
+    document.toggleCue(first);
+    document.renameLayer(first, QStringLiteral("Title"));
+    document.setLayerLocked(first, true);
+    ASSERT_TRUE(firstTold.wait());
+
+    EXPECT_EQ(firstTold.count(), 1);
+    EXPECT_EQ(secondTold.count(), 0);
 }
 
 } // namespace

@@ -1,0 +1,60 @@
+#include "Rendering/TextBlockCache.h"
+
+#include <gtest/gtest.h>
+
+namespace tessara {
+namespace {
+
+class TextBlockCacheTest : public testing::Test
+{
+protected:
+    const SizedFont font = systemFont(40, QFont::DemiBold);
+    TextBlockCache texts;
+};
+
+TEST_F(TextBlockCacheTest, TheSameTextIsLaidOutOnce)
+{
+    const auto first = texts.block(QStringLiteral("Final score"), font);
+
+    EXPECT_EQ(texts.block(QStringLiteral("Final score"), font), first);
+}
+
+TEST_F(TextBlockCacheTest, WhateverChangesThePictureMakesAnotherBlock)
+{
+    const QString text = QStringLiteral("Final score");
+    const auto known = texts.block(text, font);
+
+    EXPECT_NE(texts.block(text + QLatin1Char('s'), font), known);
+    EXPECT_NE(texts.block(text, systemFont(41, QFont::DemiBold)), known);
+    EXPECT_NE(texts.block(text, systemFont(39.5, QFont::DemiBold)), known); // the face is the same
+    EXPECT_NE(texts.block(text, systemFont(40, QFont::Bold)), known);
+    EXPECT_NE(texts.block(text, monospacedDigitSystemFont(40, QFont::DemiBold)), known);
+    EXPECT_NE(texts.block(text, font, TextLayerHorizontalAlignment::center), known);
+    EXPECT_NE(texts.block(text, font, TextLayerHorizontalAlignment::leading, 100), known);
+}
+
+TEST_F(TextBlockCacheTest, ABlockOutlivesItsPlaceInTheCache)
+{
+    TextBlockCache small(20);
+    const auto first = small.block(QStringLiteral("1"), font);
+    const QSizeF size = first->size();
+
+    (void)small.block(QStringLiteral("2"), font);
+
+    EXPECT_EQ(first->size(), size);
+    EXPECT_NE(small.block(QStringLiteral("1"), font), first);
+}
+
+TEST_F(TextBlockCacheTest, ATextBeyondTheCapacityIsLaidOutAndNotKept)
+{
+    TextBlockCache small(20);
+    const QString text(30, QLatin1Char('x'));
+
+    const auto block = small.block(text, font);
+
+    EXPECT_EQ(block->size(), TextBlock(text, font).size());
+    EXPECT_NE(small.block(text, font), block);
+}
+
+} // namespace
+} // namespace tessara

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Plays the demo show through the virtual card, in real time and without a display.
 
-A title, a picture and a countdown are taken in with dissolves; the title leaves by its auto-out. It
-prints how the frames went out and leaves pictures of the air.
+A picture dissolves in, a lower third reveals itself as a group and leaves by its auto-out, and a
+countdown and a score bar are cued and taken together. It prints how the frames went out and leaves
+pictures of the air.
 """
 import argparse
 import json
@@ -69,30 +70,37 @@ def build(show):
     countdown = show.layer("document.addCountdownLayer", position=[1330, 110], size=[480, 160],
                            showBackground=True, cornerRadius=24, totalSeconds=30,
                            remainingSeconds=30)
-    for layer in (picture, panel, title, countdown):
+    score = show.layer("document.addScoreLayer", "wideBroadcast", "football",
+                       homeTeam="Siam", awayTeam="Andaman", homeScore=2, awayScore=1)
+    for layer in (picture, panel, title, countdown, score):
         show.call("document.setLayerHidden", layer, True)
         show.call("document.setRunDissolveDuration", 0.6, layer)
-    for layer in (panel, title):
-        show.call("document.setRunAutoOutDuration", 3, layer)
-    return picture, panel, title, countdown
+    show.call("document.groupLayers", [panel, title], "Lower third")
+    group = show.get("document.selectedPresetGroupID")
+    show.call("document.setPresetGroupRunTransitionStyle", "presetReveal", group)
+    show.call("document.setPresetGroupRunAutoOutDuration", 2.4, group)
+    return picture, group, countdown, score
 
 
 def play(show, layers, pictures):
-    picture, panel, title, countdown = layers
+    picture, group, countdown, score = layers
     show.call("document.takeLayerInNow", picture)
     show.wait(0.3)
     save(show, pictures, "1-picture-dissolves-in")
     show.wait(0.7)
-    for layer in (panel, title, countdown):
-        show.call("document.takeLayerInNow", layer)
-    show.call(f"layer:{countdown}.start")
-    show.wait(1.5)
-    save(show, pictures, "2-all-on-air")
-    show.wait(2.6)  # the auto-out falls in here
-    save(show, pictures, "3-title-leaves")
+    show.call("document.takePresetGroupInNow", group)
+    show.wait(0.2)
+    save(show, pictures, "2-lower-third-reveals-itself")
+    show.wait(2.9)  # the auto-out falls in here
+    save(show, pictures, "3-lower-third-leaves")
     show.wait(0.9)
-    save(show, pictures, "4-title-is-out")
-    for layer in (picture, countdown):
+    for layer in (countdown, score):
+        show.call("document.toggleCue", layer)
+    show.call("document.takeCues")
+    show.call(f"layer:{countdown}.start")
+    show.wait(1.0)
+    save(show, pictures, "4-cues-taken")
+    for layer in (picture, countdown, score):
         show.call("document.takeLayerOutNow", layer)
     show.wait(LAP - 6.0)
 

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+#include <sys/stat.h>
+
 namespace tessara {
 namespace {
 
@@ -378,6 +380,14 @@ TEST_F(LayerCaptureTest, APictureThatCannotBeLoadedMakesNothing)
     for (const QString &path : {QString(), folder.path(), text.fileName(),
                                 folder.filePath(QStringLiteral("gone.png")), latin("/dev/zero")})
         EXPECT_FALSE(make("image", {{latin("url"), path}})) << path.toStdString();
+}
+
+TEST_F(LayerCaptureTest, APipeIsNoPicture)
+{
+    const QString pipe = folder.filePath(QStringLiteral("pipe.png"));
+    ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+
+    EXPECT_FALSE(make("image", {{latin("url"), pipe}})); // to open it would wait for ever
 }
 
 TEST_F(LayerCaptureTest, AWindowCaptureWaitsForItsWindow)

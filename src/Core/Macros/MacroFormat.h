@@ -1,0 +1,20 @@
+// Macros as JSON: an array of objects, the same in the settings and in an exported file.
+#pragma once
+
+#include "Core/Macros/Macro.h"
+
+#include <QByteArray>
+
+#include <optional>
+
+namespace tessara {
+
+/// Compact. Nothing when a pause is not finite, which JSON has no number for.
+std::optional<QByteArray> encodeMacros(const QList<Macro> &macros);
+
+/// All macros or, when one can't be read, nothing. Keys that are unknown are passed over.
+/// A pause is read as it stands, be it below 0 or longer than a year: what to wait for is the
+/// player's decision.
+std::optional<QList<Macro>> decodeMacros(const QByteArray &json);
+
+} // namespace tessara

@@ -35,6 +35,9 @@ AppState::AppState(Clock &clock, const ApplicationSupport &support)
     : m_clock(clock)
     , m_settings(support.settingsFile())
     , m_document(clock, defaultCanvasSize)
+    , m_macros(clock, m_settings, &m_document)
+    , m_macroRecorder(m_macros, m_document, clock)
+    , m_history(m_document, clock, [this] { return m_macros.isRunning(); })
     , m_realtimeClock(clock, m_document)
 {
     watchManagers();

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "Core/DeckLinkOutputRouting.h"
+#include "Core/Macros/MacroManager.h"
+#include "Core/Macros/MacroRecorder.h"
 #include "Core/OutputLoop.h"
 #include "Core/RealtimeClock.h"
 #include "DeckLink/DeckLinkManager.h"
 #include "Models/CanvasDocument.h"
+#include "Models/DocumentHistory.h"
 #include "Models/Runlist.h"
 #include "Rendering/RenderEngine.h"
 
@@ -21,6 +24,8 @@ class AppState : public QObject
     Q_OBJECT
     Q_PROPERTY(tessara::CanvasDocument *document READ document CONSTANT FINAL)
     Q_PROPERTY(tessara::Runlist *runlist READ runlist CONSTANT FINAL)
+    Q_PROPERTY(tessara::MacroManager *macros READ macros CONSTANT FINAL)
+    Q_PROPERTY(tessara::UndoStack *undoStack READ undoStack CONSTANT FINAL)
     Q_PROPERTY(tessara::DeckLinkManager *deckLinkManager READ deckLinkManager CONSTANT FINAL)
     Q_PROPERTY(tessara::DeckLinkManager *deckLinkKeyManager READ deckLinkKeyManager CONSTANT FINAL)
     Q_PROPERTY(tessara::OutputRouting::DeckLinkOutputRouting deckLinkOutputRouting READ
@@ -45,6 +50,8 @@ public:
     CanvasDocument *document() { return &m_document; }
     const CanvasDocument *document() const { return &m_document; }
     Runlist *runlist() { return &m_runlist; }
+    MacroManager *macros() { return &m_macros; }
+    UndoStack *undoStack() { return &m_history.undoStack(); }
     DeckLinkManager *deckLinkManager() { return &m_fill; }
     DeckLinkManager *deckLinkKeyManager() { return &m_key; }
     Clock &clock() { return m_clock; }
@@ -93,6 +100,9 @@ private:
     Settings m_settings;
     CanvasDocument m_document;
     Runlist m_runlist{m_document};
+    MacroManager m_macros;
+    MacroRecorder m_macroRecorder;
+    DocumentHistory m_history;
     RenderEngine m_renderEngine;
     DeckLinkManager m_fill;
     DeckLinkManager m_key;

@@ -40,9 +40,14 @@ CanvasDocument::CanvasDocument(Clock &clock, QSizeF size)
 
 CanvasDocument::~CanvasDocument() = default;
 
-void CanvasDocument::setHooks(DocumentHooks *hooks)
+void CanvasDocument::addHooks(DocumentHooks *hooks)
 {
-    m_hooks = hooks ? hooks : &m_silentHooks;
+    m_hooks.append(hooks);
+}
+
+void CanvasDocument::removeHooks(DocumentHooks *hooks)
+{
+    m_hooks.removeOne(hooks);
 }
 
 void CanvasDocument::forwardOwnNotices()
@@ -173,9 +178,9 @@ void CanvasDocument::appendAndSelect(const QUuid &id, bool isHidden)
     emit layerOrderChanged();
     setSelectedLayerIDs({id});
     if (const std::optional<CanvasLayerItem> item = layerItem(id)) {
-        m_hooks->startMacroObserving(*item);
-        m_hooks->startUndoObserving(*item);
-        m_hooks->layerAdded(*item);
+        tellHooks(&DocumentHooks::startMacroObserving, *item);
+        tellHooks(&DocumentHooks::startUndoObserving, *item);
+        tellHooks(&DocumentHooks::layerAdded, *item);
     }
 }
 
@@ -226,7 +231,7 @@ void CanvasDocument::removeLayerCore(const QUuid &id)
         },
         *item);
     m_itemsByID.remove(id);
-    m_hooks->layerRemoved(id);
+    tellHooks(&DocumentHooks::layerRemoved, id);
     m_layerOrder.removeOne(id);
     m_takes.removeLayer(id);
     removeCue(id);
@@ -243,7 +248,7 @@ void CanvasDocument::removeLayerCore(const QUuid &id)
 void CanvasDocument::removeLayer(const QUuid &id)
 {
     if (const std::optional<CanvasLayerItem> item = layerItem(id))
-        m_hooks->layerWillBeRemoved(*item, m_layerOrder.indexOf(id));
+        tellHooks(&DocumentHooks::layerWillBeRemoved, *item, m_layerOrder.indexOf(id));
     removeLayerCore(id);
 }
 
@@ -278,7 +283,7 @@ void CanvasDocument::renameLayer(const QUuid &id, const QString &name)
     const QString old = renamed->name();
     renamed->setName(trimmed);
     if (old != trimmed)
-        m_hooks->layerRenamed(id, old, trimmed);
+        tellHooks(&DocumentHooks::layerRenamed, id, old, trimmed);
 }
 
 void CanvasDocument::setLayerLocked(const QUuid &id, bool locked)
@@ -303,7 +308,7 @@ void CanvasDocument::reorderLayers(const QList<QUuid> &ids)
         return;
     const QList<QUuid> old = std::exchange(m_layerOrder, order);
     emit layerOrderChanged();
-    m_hooks->layersReordered(old, order);
+    tellHooks(&DocumentHooks::layersReordered, old, order);
 }
 
 void CanvasDocument::commitCustomShapeDraw(const QList<QPointF> &canvasPoints)

@@ -56,8 +56,9 @@ public:
     explicit CanvasDocument(Clock &clock, QSizeF size = {1920, 1080});
     ~CanvasDocument() override;
 
-    /// Who hears of takes and changes; none by default. Not owned.
-    void setHooks(DocumentHooks *hooks);
+    /// Who hears of takes and changes, in the order of their coming. Not owned.
+    void addHooks(DocumentHooks *hooks);
+    void removeHooks(DocumentHooks *hooks);
 
     QSizeF size() const { return m_size; }
     void setSize(QSizeF size);
@@ -166,6 +167,22 @@ public:
     /// Takes all cued layers at once, each with its own transition, and ends their cues.
     Q_INVOKABLE void takeCues();
 
+    // Macros and history, which speak of a layer by its id and of its values by texts
+    /// A key that the layer doesn't have and a value that can't be read change nothing.
+    Q_INVOKABLE void applyLayerPropertyMacro(const QUuid &id, const QString &key,
+                                             const QString &value);
+    /// Adds a layer under a given id; nothing if there is one, if the type is unknown or if the
+    /// picture's file can't be loaded.
+    Q_INVOKABLE void createLayerFromMacro(const QUuid &layerID, const QString &type,
+                                          const QMap<QString, QString> &props);
+    /// Takes the one layer as its run settings say, apart from its group; no step is recorded.
+    void takeLayerFromMacro(const QUuid &id, bool onAir);
+    /// Removes all that belongs to a layer; no history is written.
+    void removeLayerCore(const QUuid &id);
+    void moveInLayerOrder(const QUuid &id, qsizetype index);
+    /// Layers that have gone since are left out, and those that have come stay in front.
+    void restoreLayerOrder(const QList<QUuid> &order);
+
     const QMap<QUuid, bool> &cueTargets() const { return m_cueTargets; }
     const QMap<QUuid, LayerRunSettings> &layerRunSettings() const { return m_takes.runSettings(); }
     /// These replace a map as a whole.
@@ -218,7 +235,12 @@ private:
     LayerFactory factory() const;
     void appendAndSelect(const QUuid &id, bool isHidden);
     void registerLayerObservation(const CanvasLayerItem &item);
-    void removeLayerCore(const QUuid &id);
+    template <typename... Parameters, typename... Arguments>
+    void tellHooks(void (DocumentHooks::*notice)(Parameters...), const Arguments &...arguments)
+    {
+        for (DocumentHooks *hooks : std::as_const(m_hooks))
+            (hooks->*notice)(arguments...);
+    }
     void removeCue(const QUuid &id);
     void removeCues(const QList<QUuid> &ids);
     void setPresetGroup(const QUuid &id, const std::optional<QUuid> &groupID);
@@ -229,8 +251,7 @@ private:
     void requestTake(const QUuid &id, bool onAir, TakeOptions options);
 
     Clock &m_clock;
-    DocumentHooks m_silentHooks;
-    DocumentHooks *m_hooks = &m_silentHooks;
+    QList<DocumentHooks *> m_hooks;
     QSizeF m_size;
     // In the order in which an id is looked for.
     std::tuple<QList<TextLayer *>, QList<ImageLayer *>, QList<ShapeLayer *>, QList<ScoreLayer *>,

@@ -78,7 +78,7 @@ void CanvasDocument::takeCues()
         const Layer *taken = layer(cue.key());
         if (!taken)
             continue;
-        m_hooks->takeRequested(cue.key(), taken->name(), cue.value());
+        tellHooks(&DocumentHooks::takeRequested, cue.key(), taken->name(), cue.value());
         m_takes.setLayerOnAir(cue.key(), cue.value());
     }
     setCueTargets({});

@@ -19,7 +19,7 @@ void CanvasDocument::requestTake(const QUuid &id, bool onAir, TakeOptions option
     const Layer *taken = layer(id);
     if (!taken)
         return;
-    m_hooks->takeRequested(id, taken->name(), onAir);
+    tellHooks(&DocumentHooks::takeRequested, id, taken->name(), onAir);
     m_takes.setLayerOnAir(id, onAir, options);
 }
 
@@ -36,7 +36,7 @@ void CanvasDocument::takePresetGroupNow(const QUuid &groupID, bool onAir)
     const QList<QUuid> ids = layerIDsInPresetGroup(groupID);
     removeCues(ids);
     for (const QUuid &id : ids)
-        m_hooks->takeRequested(id, layer(id)->name(), onAir);
+        tellHooks(&DocumentHooks::takeRequested, id, layer(id)->name(), onAir);
     m_groupTakes.setGroupOnAir(groupID, onAir, true);
 }
 

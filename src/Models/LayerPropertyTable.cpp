@@ -86,7 +86,8 @@ struct CaseName
 template <typename Pair, auto read, auto write>
 struct Coordinate
 {
-    static QString encode(const Pair &pair) { return Number<2>::encode((pair.*read)()); }
+    static double part(const Pair &pair) { return (pair.*read)(); }
+    static QString encode(const Pair &pair) { return Number<2>::encode(part(pair)); }
     static std::optional<Pair> decode(const QString &text, Pair pair)
     {
         const std::optional<double> number = parseFiniteNumber(text);
@@ -102,6 +103,16 @@ using Y = Coordinate<QPointF, &QPointF::y, &QPointF::setY>;
 using Width = Coordinate<QSizeF, &QSizeF::width, &QSizeF::setWidth>;
 using Height = Coordinate<QSizeF, &QSizeF::height, &QSizeF::setHeight>;
 
+/// Of a point or a size the one number, else the whole value.
+template <typename Codec, typename Value>
+QVariant watchedPart(const Value &value)
+{
+    if constexpr (requires { Codec::part(value); })
+        return Codec::part(value);
+    else
+        return QVariant::fromValue(value);
+}
+
 template <typename Class, typename Value>
 Class ownerOf(Value (Class::*)() const);
 
@@ -114,6 +125,9 @@ constexpr LayerPropertyRow row(const char *key, const char *property, int deboun
             property,
             debounceMs,
             QLatin1String(undoName),
+            [](const Layer &layer) {
+                return watchedPart<Codec>((static_cast<const Owner &>(layer).*get)());
+            },
             [](const Layer &layer) {
                 return Codec::encode((static_cast<const Owner &>(layer).*get)());
             },

@@ -13,14 +13,15 @@ namespace tessara {
 struct LayerPropertyRow
 {
     QLatin1String key;
-    const char *property;   // of the layer's meta-object; its notice tells of changes
-    int debounceMs;         // how long a value must stand to count as one change
-    QLatin1String undoName; // the change, as the undo button names it
+    const char *property;             // of the layer's meta-object; its notice tells of changes
+    int debounceMs;                   // how long a value must stand to count as one change
+    QLatin1String undoName;           // the change, as the undo button names it
+    QVariant (*value)(const Layer &); // as it is, to see whether it has changed
     QString (*encode)(const Layer &);
     void (*apply)(Layer &, const QString &);
 };
 
-/// The rows of the layer's kind. `encode` and `apply` take a layer of this kind only.
+/// The rows of the layer's kind. The functions take a layer of this kind only.
 std::span<const LayerPropertyRow> layerPropertyRows(const CanvasLayerItem &item);
 
 /// Stores the value as it stands, within no limits. A key that the kind doesn't have and a value

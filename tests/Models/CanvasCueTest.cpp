@@ -31,7 +31,7 @@ protected:
         document.groupLayers({first, second}, QStringLiteral("Group"));
         group = *document.presetGroupID(first);
         document.setLayerHidden(hidden, true);
-        document.setHooks(&takes);
+        document.addHooks(&takes);
     }
 
     bool isHidden(const QUuid &id) const { return document.layer(id)->isHidden(); }

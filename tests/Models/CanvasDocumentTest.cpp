@@ -271,7 +271,7 @@ TEST_F(CanvasDocumentTest, EveryPropertyOfEveryKindIsToldOnceAndAnEqualWriteNeve
 TEST_F(CanvasDocumentTest, ThoseAboveHearWhatHappensInItsOrder)
 {
     Listener listener;
-    document.setHooks(&listener);
+    document.addHooks(&listener);
 
     const QUuid id = addText();
     EXPECT_EQ(listener.heard, (QStringList{QStringLiteral("macro"), QStringLiteral("undo"),
@@ -288,7 +288,7 @@ TEST_F(CanvasDocumentTest, ThoseAboveHearWhatHappensInItsOrder)
               (QStringList{QStringLiteral("Text 1 out"), QStringLiteral("Text 1 out"),
                            QStringLiteral("Text 1 in"), QStringLiteral("Text 1 to Headline"),
                            QStringLiteral("will go from 0"), QStringLiteral("gone")}));
-    document.setHooks(nullptr);
+    document.removeHooks(&listener);
 }
 
 TEST_F(CanvasDocumentTest, ADirectTakeRemovesTheCue)

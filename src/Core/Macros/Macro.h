@@ -97,7 +97,7 @@ public:
     bool loopEnabled = false;
     qint64 loopCount = 0; // passes; 0 means without end
     bool scheduleEnabled = false;
-    QString scheduleTime; // "HH:mm:ss" on the wall clock
+    QString scheduleTime{}; // "HH:mm:ss" on the wall clock
 
     /// The seconds of all pauses.
     double pauseTotal() const;

@@ -1,0 +1,37 @@
+// The seconds of the wall clock, as macros are scheduled by them.
+#pragma once
+
+#include <QSet>
+#include <QString>
+#include <QUuid>
+
+#include "Base/Clock.h"
+
+namespace tessara {
+
+/// "HH:mm:ss", as a macro can be scheduled: any other text is never due.
+bool isValidScheduleTime(const QString &time);
+
+/// Tells each second of the wall clock by its "HH:mm:ss", right at its beginning, and remembers
+/// what has fired in it. A clock that is set goes on from where it stands; what lay between is
+/// passed over.
+class MacroSchedule
+{
+public:
+    MacroSchedule(Clock &clock, std::function<void(const QString &)> second);
+
+    /// True for the first of an id in the second that is being told.
+    bool markFired(const QUuid &id);
+
+private:
+    void waitForNextSecond();
+    void tell();
+
+    Clock &m_clock;
+    std::function<void(const QString &)> m_second;
+    QString m_lastScheduleSecond;
+    QSet<QUuid> m_scheduleFiredThisSecond;
+    Alarm m_alarm;
+};
+
+} // namespace tessara

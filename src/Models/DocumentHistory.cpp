@@ -1,0 +1,142 @@
+#include "Models/DocumentHistory.h"
+
+#include "Models/LayerPropertyLabels.h"
+
+#include <algorithm>
+
+namespace tessara {
+
+DocumentHistory::DocumentHistory(CanvasDocument &document, Clock &clock,
+                                 std::function<bool()> isMacroRunning)
+    : m_document(document)
+    , m_clock(clock)
+    , m_isMacroRunning(std::move(isMacroRunning))
+{
+    m_document.addHooks(this);
+}
+
+DocumentHistory::~DocumentHistory()
+{
+    m_document.removeHooks(this);
+}
+
+void DocumentHistory::quietly(const std::function<void()> &change)
+{
+    m_suppressUndoPush = true;
+    change();
+    m_suppressUndoPush = false;
+}
+
+// Properties
+
+void DocumentHistory::startUndoObserving(const CanvasLayerItem &item)
+{
+    const QUuid id = layerOf(item)->id();
+    QMap<QString, QString> &committed = m_undoCommittedProps[id] = {};
+    for (const LayerPropertyRow &row : layerPropertyRows(item))
+        committed.insert(row.key, row.encode(*layerOf(item)));
+    m_undoObservers[id] = std::make_shared<LayerWatch>(
+        m_clock, item, [this, id](const LayerPropertyRow &row, const QString &value) {
+            propertyChanged(id, row, value);
+        });
+}
+
+// The write of an undo comes in here as well, after its quiet time: it is known by its value.
+void DocumentHistory::propertyChanged(const QUuid &id, const LayerPropertyRow &row,
+                                      const QString &value)
+{
+    if (m_suppressUndoPush || m_isMacroRunning())
+        return;
+    const QString key = row.key;
+    QMap<QString, QString> &committed = m_undoCommittedProps[id];
+    const QString old = committed.value(key, value);
+    if (old == value)
+        return;
+    committed[key] = value;
+    m_undoStack.push(
+        row.undoName, [=, this] { applyProperty(id, key, old); },
+        [=, this] { applyProperty(id, key, value); });
+}
+
+void DocumentHistory::applyProperty(const QUuid &id, const QString &key, const QString &value)
+{
+    quietly([&] { m_document.applyLayerPropertyMacro(id, key, value); });
+    if (const auto committed = m_undoCommittedProps.find(id);
+        committed != m_undoCommittedProps.end())
+        committed->insert(key, value);
+}
+
+// Layers that come and go
+
+void DocumentHistory::layerAdded(const CanvasLayerItem &item)
+{
+    if (m_suppressUndoPush || m_isMacroRunning())
+        return;
+    const QUuid id = layerOf(item)->id();
+    const auto captured = std::make_shared<CapturedLayer>(captureLayerProps(item));
+    m_undoStack.push(
+        QStringLiteral("Add ") + layerTypeName(captured->type),
+        [=, this] { takeAway(id, *captured); }, [=, this] { bringBack(id, *captured); });
+}
+
+void DocumentHistory::layerWillBeRemoved(const CanvasLayerItem &item, qsizetype orderIndex)
+{
+    if (m_suppressUndoPush)
+        return;
+    const QUuid id = layerOf(item)->id();
+    const auto captured = std::make_shared<CapturedLayer>(captureLayerProps(item));
+    m_undoStack.push(
+        QStringLiteral("Delete Layer"),
+        [=, this] {
+            bringBack(id, *captured);
+            if (!m_document.layerItem(id)) // its picture's file has gone
+                return;
+            quietly([&] {
+                m_document.moveInLayerOrder(id, orderIndex);
+                m_document.setSelectedLayerIDs({id});
+            });
+        },
+        [=, this] { takeAway(id, *captured); });
+}
+
+void DocumentHistory::bringBack(const QUuid &id, const CapturedLayer &captured)
+{
+    quietly([&] { m_document.createLayerFromMacro(id, captured.type, captured.props); });
+}
+
+// As it is by now: a change right after a layer has come has no entry of its own.
+void DocumentHistory::takeAway(const QUuid &id, CapturedLayer &captured)
+{
+    if (const std::optional<CanvasLayerItem> present = m_document.layerItem(id))
+        captured = captureLayerProps(*present);
+    quietly([&] { m_document.removeLayerCore(id); });
+}
+
+void DocumentHistory::layerRemoved(const QUuid &id)
+{
+    m_undoObservers.remove(id);
+    m_undoCommittedProps.remove(id);
+}
+
+// Names and order
+
+// The name is watched like any other property; this entry stands for that one.
+void DocumentHistory::layerRenamed(const QUuid &id, const QString &from, const QString &to)
+{
+    const QString key = QStringLiteral("name");
+    if (const auto committed = m_undoCommittedProps.find(id);
+        committed != m_undoCommittedProps.end())
+        committed->insert(key, to);
+    m_undoStack.push(
+        QStringLiteral("Rename Layer"), [=, this] { applyProperty(id, key, from); },
+        [=, this] { applyProperty(id, key, to); });
+}
+
+void DocumentHistory::layersReordered(const QList<QUuid> &from, const QList<QUuid> &to)
+{
+    m_undoStack.push(
+        QStringLiteral("Reorder Layers"), [=, this] { m_document.restoreLayerOrder(from); },
+        [=, this] { m_document.restoreLayerOrder(to); });
+}
+
+} // namespace tessara

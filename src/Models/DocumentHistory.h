@@ -1,0 +1,54 @@
+// What of a document can be undone.
+#pragma once
+
+#include <QHash>
+#include <QMap>
+
+#include "Models/CanvasDocument.h"
+#include "Models/LayerCapture.h"
+#include "Models/LayerWatch.h"
+#include "Models/UndoStack.h"
+
+namespace tessara {
+
+/// Turns what happens in the document into entries of its undo stack: each watched property by
+/// itself, and layers that come, go, change places or names. Takes and cues are none of it.
+class DocumentHistory : public DocumentHooks
+{
+public:
+    /// `isMacroRunning` tells whether what happens is played: then it is no history.
+    DocumentHistory(CanvasDocument &document, Clock &clock, std::function<bool()> isMacroRunning);
+    ~DocumentHistory() override;
+
+    UndoStack &undoStack() { return m_undoStack; }
+    /// The texts of a layer's properties that history holds for the present ones.
+    QMap<QString, QString> undoCommittedProps(const QUuid &id) const
+    {
+        return m_undoCommittedProps.value(id);
+    }
+
+    void startUndoObserving(const CanvasLayerItem &item) override;
+    void layerAdded(const CanvasLayerItem &item) override;
+    void layerWillBeRemoved(const CanvasLayerItem &item, qsizetype orderIndex) override;
+    void layerRemoved(const QUuid &id) override;
+    void layerRenamed(const QUuid &id, const QString &from, const QString &to) override;
+    void layersReordered(const QList<QUuid> &from, const QList<QUuid> &to) override;
+
+private:
+    void propertyChanged(const QUuid &id, const LayerPropertyRow &row, const QString &value);
+    void applyProperty(const QUuid &id, const QString &key, const QString &value);
+    void bringBack(const QUuid &id, const CapturedLayer &captured);
+    void takeAway(const QUuid &id, CapturedLayer &captured);
+    /// Marks what `change` does as history's own.
+    void quietly(const std::function<void()> &change);
+
+    CanvasDocument &m_document;
+    Clock &m_clock;
+    std::function<bool()> m_isMacroRunning;
+    UndoStack m_undoStack;
+    bool m_suppressUndoPush = false;
+    QHash<QUuid, QMap<QString, QString>> m_undoCommittedProps;
+    QHash<QUuid, std::shared_ptr<LayerWatch>> m_undoObservers;
+};
+
+} // namespace tessara

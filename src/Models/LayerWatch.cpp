@@ -1,0 +1,30 @@
+#include "Models/LayerWatch.h"
+
+#include <QMetaMethod>
+#include <QMetaProperty>
+
+namespace tessara {
+
+LayerWatch::LayerWatch(Clock &clock, const CanvasLayerItem &item, const Deliver &deliver)
+    : m_layer(*layerOf(item))
+    , m_rows(layerPropertyRows(item))
+{
+    const QMetaObject *kind = m_layer.metaObject();
+    const QMetaMethod reader = staticMetaObject.method(staticMetaObject.indexOfMethod("read()"));
+    m_values.reserve(m_rows.size()); // an alarm holds the place of its value
+    for (const LayerPropertyRow &row : m_rows) {
+        m_values.emplace_back(
+            clock, std::chrono::milliseconds{row.debounceMs}, row.value(m_layer),
+            [this, &row, deliver](const QVariant &) { deliver(row, row.encode(m_layer)); });
+        const QMetaProperty property = kind->property(kind->indexOfProperty(row.property));
+        connect(&m_layer, property.notifySignal(), this, reader, Qt::UniqueConnection);
+    }
+}
+
+void LayerWatch::read()
+{
+    for (size_t index = 0; index < m_rows.size(); ++index)
+        m_values[index].push(m_rows[index].value(m_layer));
+}
+
+} // namespace tessara

@@ -2,6 +2,7 @@
 
 #include <QMetaMethod>
 #include <QMetaProperty>
+#include <QSaveFile>
 
 #include <array>
 
@@ -61,6 +62,26 @@ ScriptResult invoke(QObject *target, const QMetaMethod &method, const QVariantLi
     return encodeValue(answer);
 }
 
+bool answersBytes(const QMetaMethod &method)
+{
+    return method.returnMetaType() == QMetaType::fromType<std::optional<QByteArray>>();
+}
+
+/// Bytes go into a file, by a path that stands behind the operation's own arguments.
+ScriptResult invokeIntoFile(QObject *target, const QMetaMethod &method, const QJsonValue &path)
+{
+    std::optional<QByteArray> bytes;
+    const QGenericReturnArgument slot(method.typeName(), &bytes);
+    if (!method.invoke(target, Qt::DirectConnection, slot) || !bytes)
+        return tl::unexpected(
+            QStringLiteral("'%1' gave nothing").arg(QLatin1String(method.name())));
+    QSaveFile file(path.toString());
+    if (!file.open(QIODevice::WriteOnly) || file.write(*bytes) != bytes->size() || !file.commit())
+        return tl::unexpected(
+            QStringLiteral("'%1' can't be written: %2").arg(path.toString(), file.errorString()));
+    return path;
+}
+
 QString countError(const QString &operation, const std::vector<QMetaMethod> &candidates,
                    qsizetype given)
 {
@@ -101,6 +122,8 @@ ScriptResult callOperation(QObject *target, const QString &operation, const QJso
             QStringLiteral("no operation '%1' on %2").arg(operation, className(target)));
     QString error = countError(operation, candidates, arguments.size());
     for (const QMetaMethod &method : candidates) {
+        if (answersBytes(method) && arguments.size() == 1 && arguments[0].isString())
+            return invokeIntoFile(target, method, arguments[0]);
         if (method.parameterCount() != arguments.size())
             continue;
         const tl::expected<QVariantList, QString> values = decodeArguments(method, arguments);

@@ -123,6 +123,8 @@ tl::expected<QObject *, QString> ScriptEngine::target(const QString &name)
         {"app", &m_app},
         {"document", m_app.document()},
         {"runlist", m_app.runlist()},
+        {"undo", m_app.undoStack()},
+        {"macros", m_app.macros()},
         {"fill", m_app.deckLinkManager()},
         {"key", m_app.deckLinkKeyManager()},
         {"clock", &m_clock},

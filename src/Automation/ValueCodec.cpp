@@ -1,9 +1,13 @@
 #include "Automation/ValueCodec.h"
 
+#include "Automation/Codec.h"
+#include "Automation/MacroCodecs.h"
 #include "DeckLink/DeckLinkModels.h"
 #include "Models/CanvasDocument.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QMetaEnum>
@@ -15,31 +19,6 @@
 namespace tessara {
 
 namespace {
-
-using Encoded = tl::expected<QJsonValue, QString>;
-using Decoded = tl::expected<QVariant, QString>;
-
-struct Codec
-{
-    std::function<Encoded(const QVariant &)> encode;
-    std::function<Decoded(const QJsonValue &)> decode;
-};
-
-tl::unexpected<QString> wanted(const char *what)
-{
-    return tl::unexpected(QStringLiteral("wanted %1").arg(QLatin1String(what)));
-}
-
-template <typename Value>
-Decoded decoded(const Value &value)
-{
-    return QVariant::fromValue(value);
-}
-
-Decoded notReadable(const QJsonValue &)
-{
-    return tl::unexpected(QStringLiteral("a value of this type can't be given"));
-}
 
 // Numbers and texts
 
@@ -111,6 +90,29 @@ Codec urlCodec()
                     return decoded(QUrl(text));
                 return decoded(QUrl::fromLocalFile(QDir().absoluteFilePath(text)));
             }};
+}
+
+// As bytes come from a file, so they are given: by its path.
+Codec bytesCodec()
+{
+    return {[](const QVariant &) -> Encoded {
+                return tl::unexpected(
+                    QStringLiteral("bytes want the path of a file as a further argument"));
+            },
+            [](const QJsonValue &json) -> Decoded {
+                QFile file(json.toString());
+                if (!json.isString() || !file.open(QIODevice::ReadOnly))
+                    return wanted("the path of a file that can be read");
+                return decoded(file.readAll());
+            }};
+}
+
+Codec dateCodec()
+{
+    return {[](const QVariant &value) {
+                return Encoded(value.toDateTime().toString(Qt::ISODateWithMs));
+            },
+            notReadable};
 }
 
 // Geometry
@@ -305,60 +307,60 @@ Codec colorCodec()
             }};
 }
 
-template <typename Value>
-std::pair<const int, Codec> entry(Codec codec)
-{
-    return {QMetaType::fromType<Value>().id(), std::move(codec)};
-}
-
 const std::map<int, Codec> &codecs()
 {
-    static const std::map<int, Codec> table{
-        entry<bool>(boolCodec()),
-        entry<int>(integerCodec<int>()),
-        entry<quint32>(integerCodec<quint32>()),
-        entry<qint64>(integerCodec<qint64>()),
-        entry<quint64>(integerCodec<quint64>()),
-        entry<double>(doubleCodec()),
-        entry<QString>(stringCodec()),
-        entry<QUuid>(uuidCodec()),
-        entry<QUrl>(urlCodec()),
-        entry<QPointF>(pairCodec<QPointF>(
-            "a point [x, y]", [](const QPointF &point) { return point.x(); },
-            [](const QPointF &point) { return point.y(); })),
-        entry<QSizeF>(pairCodec<QSizeF>(
-            "a size [width, height]", [](const QSizeF &size) { return size.width(); },
-            [](const QSizeF &size) { return size.height(); })),
-        entry<QRectF>(rectCodec()),
-        entry<RGBAColor>(colorCodec()),
-        entry<Picture>(pictureCodec()),
-        entry<std::optional<QString>>(optionalCodec<QString>()),
-        entry<std::optional<double>>(optionalCodec<double>()),
-        entry<std::optional<bool>>(optionalCodec<bool>()),
-        entry<std::optional<int>>(optionalCodec<int>()),
-        entry<std::optional<qint64>>(optionalCodec<qint64>()),
-        entry<std::optional<quint32>>(optionalCodec<quint32>()),
-        entry<std::optional<QUuid>>(optionalCodec<QUuid>()),
-        entry<std::optional<QUrl>>(optionalCodec<QUrl>()),
-        entry<std::optional<QSizeF>>(optionalCodec<QSizeF>()),
-        entry<std::optional<QRectF>>(optionalCodec<QRectF>()),
-        entry<std::optional<RGBAColor>>(optionalCodec<RGBAColor>()),
-        entry<std::optional<TemplateFieldKind>>(optionalCodec<TemplateFieldKind>()),
-        entry<std::optional<ScorePalette>>(optionalCodec<ScorePalette>()),
-        entry<std::optional<DeckLinkDisplayMode>>(optionalCodec<DeckLinkDisplayMode>()),
-        entry<QList<QUuid>>(listCodec<QUuid>()),
-        entry<QList<QPointF>>(listCodec<QPointF>()),
-        entry<QList<DeckLinkDevice>>(listCodec<DeckLinkDevice>()),
-        entry<QList<DeckLinkDisplayMode>>(listCodec<DeckLinkDisplayMode>()),
-        entry<QSet<QUuid>>(uuidSetCodec()),
-        entry<QMap<QUuid, bool>>(uuidMapCodec<bool>()),
-        entry<QMap<QUuid, double>>(uuidMapCodec<double>()),
-        entry<QMap<QUuid, QString>>(uuidMapCodec<QString>()),
-        entry<QMap<QUuid, LayerRunSettings>>(uuidMapCodec<LayerRunSettings>()),
-        entry<CanvasDocument::AddImageResult>(addImageResultCodec()),
-        entry<ScriptResult>(scriptResultCodec()),
-        entry<QJsonValue>(jsonCodec()),
-    };
+    static const std::map<int, Codec> table = [] {
+        std::map<int, Codec> all{
+            entry<bool>(boolCodec()),
+            entry<int>(integerCodec<int>()),
+            entry<quint32>(integerCodec<quint32>()),
+            entry<qint64>(integerCodec<qint64>()),
+            entry<quint64>(integerCodec<quint64>()),
+            entry<double>(doubleCodec()),
+            entry<QString>(stringCodec()),
+            entry<QByteArray>(bytesCodec()),
+            entry<QDateTime>(dateCodec()),
+            entry<QUuid>(uuidCodec()),
+            entry<QUrl>(urlCodec()),
+            entry<QPointF>(pairCodec<QPointF>(
+                "a point [x, y]", [](const QPointF &point) { return point.x(); },
+                [](const QPointF &point) { return point.y(); })),
+            entry<QSizeF>(pairCodec<QSizeF>(
+                "a size [width, height]", [](const QSizeF &size) { return size.width(); },
+                [](const QSizeF &size) { return size.height(); })),
+            entry<QRectF>(rectCodec()),
+            entry<RGBAColor>(colorCodec()),
+            entry<Picture>(pictureCodec()),
+            entry<std::optional<QString>>(optionalCodec<QString>()),
+            entry<std::optional<double>>(optionalCodec<double>()),
+            entry<std::optional<bool>>(optionalCodec<bool>()),
+            entry<std::optional<int>>(optionalCodec<int>()),
+            entry<std::optional<qint64>>(optionalCodec<qint64>()),
+            entry<std::optional<quint32>>(optionalCodec<quint32>()),
+            entry<std::optional<QUuid>>(optionalCodec<QUuid>()),
+            entry<std::optional<QUrl>>(optionalCodec<QUrl>()),
+            entry<std::optional<QSizeF>>(optionalCodec<QSizeF>()),
+            entry<std::optional<QRectF>>(optionalCodec<QRectF>()),
+            entry<std::optional<RGBAColor>>(optionalCodec<RGBAColor>()),
+            entry<std::optional<TemplateFieldKind>>(optionalCodec<TemplateFieldKind>()),
+            entry<std::optional<ScorePalette>>(optionalCodec<ScorePalette>()),
+            entry<std::optional<DeckLinkDisplayMode>>(optionalCodec<DeckLinkDisplayMode>()),
+            entry<QList<QUuid>>(listCodec<QUuid>()),
+            entry<QList<QPointF>>(listCodec<QPointF>()),
+            entry<QList<DeckLinkDevice>>(listCodec<DeckLinkDevice>()),
+            entry<QList<DeckLinkDisplayMode>>(listCodec<DeckLinkDisplayMode>()),
+            entry<QSet<QUuid>>(uuidSetCodec()),
+            entry<QMap<QUuid, bool>>(uuidMapCodec<bool>()),
+            entry<QMap<QUuid, double>>(uuidMapCodec<double>()),
+            entry<QMap<QUuid, QString>>(uuidMapCodec<QString>()),
+            entry<QMap<QUuid, LayerRunSettings>>(uuidMapCodec<LayerRunSettings>()),
+            entry<CanvasDocument::AddImageResult>(addImageResultCodec()),
+            entry<ScriptResult>(scriptResultCodec()),
+            entry<QJsonValue>(jsonCodec()),
+        };
+        all.merge(macroCodecs());
+        return all;
+    }();
     return table;
 }
 

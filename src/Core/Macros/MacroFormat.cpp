@@ -55,7 +55,7 @@ QString propsText(const QMap<QString, QString> &props)
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
-QJsonObject kindJson(const Kind &kind)
+QJsonObject kindToJson(const Kind &kind)
 {
     return std::visit(
         Overloaded{[](const ShowLayer &show) {
@@ -85,20 +85,6 @@ QJsonObject kindJson(const Kind &kind)
                                           {propsKey, propsText(add.props)}};
                    }},
         kind);
-}
-
-QJsonObject macroJson(const Macro &macro)
-{
-    QJsonArray steps;
-    for (const MacroStep &step : macro.steps)
-        steps.append(QJsonObject{{idKey, uuidText(step.id)}, {kindKey, kindJson(step.kind)}});
-    return {{idKey, uuidText(macro.id)},
-            {nameKey, macro.name},
-            {stepsKey, steps},
-            {loopEnabledKey, macro.loopEnabled},
-            {loopCountKey, macro.loopCount},
-            {scheduleEnabledKey, macro.scheduleEnabled},
-            {scheduleTimeKey, macro.scheduleTime}};
 }
 
 bool isFinite(const MacroStep &step)
@@ -202,32 +188,6 @@ std::optional<Kind> pauseFrom(const QJsonObject &json)
     return Pause{*seconds};
 }
 
-std::optional<Kind> kindFrom(const QJsonObject &json)
-{
-    const std::optional<QString> type = textAt(json, typeKey);
-    if (!type)
-        return std::nullopt;
-    if (*type == showType)
-        return takeFrom<ShowLayer>(json);
-    if (*type == hideType)
-        return takeFrom<HideLayer>(json);
-    if (*type == setType)
-        return setFrom(json);
-    if (*type == addType)
-        return addFrom(json);
-    return pauseFrom(json); // by any other name, too: that is how the format is read
-}
-
-std::optional<MacroStep> stepFrom(const QJsonObject &json)
-{
-    const std::optional<QUuid> id = uuidAt(json, idKey);
-    const std::optional<QJsonObject> kindObject = objectAt(json, kindKey);
-    if (!id || !kindObject)
-        return std::nullopt;
-    const std::optional<Kind> kind = kindFrom(*kindObject);
-    return kind ? std::optional(MacroStep{*id, *kind}) : std::nullopt;
-}
-
 /// All items of an array of objects or, when one can't be read, nothing.
 template <typename Item>
 std::optional<QList<Item>> listFrom(const QJsonArray &array,
@@ -246,14 +206,45 @@ std::optional<QList<Item>> listFrom(const QJsonArray &array,
     return items;
 }
 
-std::optional<Macro> macroFrom(const QJsonObject &json)
+} // namespace
+
+QJsonObject macroJson(const Macro &macro)
+{
+    QJsonArray steps;
+    for (const MacroStep &step : macro.steps)
+        steps.append(stepJson(step));
+    return {{idKey, uuidText(macro.id)},
+            {nameKey, macro.name},
+            {stepsKey, steps},
+            {loopEnabledKey, macro.loopEnabled},
+            {loopCountKey, macro.loopCount},
+            {scheduleEnabledKey, macro.scheduleEnabled},
+            {scheduleTimeKey, macro.scheduleTime}};
+}
+
+QJsonObject stepJson(const MacroStep &step)
+{
+    return {{idKey, uuidText(step.id)}, {kindKey, kindToJson(step.kind)}};
+}
+
+std::optional<MacroStep> stepFromJson(const QJsonObject &json)
+{
+    const std::optional<QUuid> id = uuidAt(json, idKey);
+    const std::optional<QJsonObject> kindObject = objectAt(json, kindKey);
+    if (!id || !kindObject)
+        return std::nullopt;
+    const std::optional<Kind> kind = kindFromJson(*kindObject);
+    return kind ? std::optional(MacroStep{*id, *kind}) : std::nullopt;
+}
+
+std::optional<Macro> macroFromJson(const QJsonObject &json)
 {
     const std::optional<QUuid> id = uuidAt(json, idKey);
     const std::optional<QString> name = textAt(json, nameKey);
     const std::optional<QJsonArray> stepArray = arrayAt(json, stepsKey);
     if (!id || !name || !stepArray)
         return std::nullopt;
-    const std::optional<QList<MacroStep>> steps = listFrom(*stepArray, stepFrom);
+    const std::optional<QList<MacroStep>> steps = listFrom(*stepArray, stepFromJson);
     if (!steps)
         return std::nullopt;
     return Macro{.id = *id,
@@ -265,7 +256,21 @@ std::optional<Macro> macroFrom(const QJsonObject &json)
                  .scheduleTime = json.value(scheduleTimeKey).toString()};
 }
 
-} // namespace
+std::optional<Kind> kindFromJson(const QJsonObject &json)
+{
+    const std::optional<QString> type = textAt(json, typeKey);
+    if (!type)
+        return std::nullopt;
+    if (*type == showType)
+        return takeFrom<ShowLayer>(json);
+    if (*type == hideType)
+        return takeFrom<HideLayer>(json);
+    if (*type == setType)
+        return setFrom(json);
+    if (*type == addType)
+        return addFrom(json);
+    return pauseFrom(json); // by any other name, too: that is how the format is read
+}
 
 std::optional<QByteArray> encodeMacros(const QList<Macro> &macros)
 {
@@ -283,7 +288,7 @@ std::optional<QList<Macro>> decodeMacros(const QByteArray &json)
     const QJsonDocument document = QJsonDocument::fromJson(json);
     if (!document.isArray())
         return std::nullopt;
-    return listFrom(document.array(), macroFrom);
+    return listFrom(document.array(), macroFromJson);
 }
 
 } // namespace tessara

@@ -4,6 +4,7 @@
 #include "Core/Macros/Macro.h"
 
 #include <QByteArray>
+#include <QJsonObject>
 
 #include <optional>
 
@@ -16,5 +17,13 @@ std::optional<QByteArray> encodeMacros(const QList<Macro> &macros);
 /// A pause is read as it stands, be it below 0 or longer than a year: what to wait for is the
 /// player's decision.
 std::optional<QList<Macro>> decodeMacros(const QByteArray &json);
+
+/// One macro, step or kind of step, as the array holds it. Reading gives nothing for what can't be
+/// read.
+QJsonObject macroJson(const Macro &macro);
+QJsonObject stepJson(const MacroStep &step);
+std::optional<Macro> macroFromJson(const QJsonObject &json);
+std::optional<MacroStep> stepFromJson(const QJsonObject &json);
+std::optional<MacroStep::Kind> kindFromJson(const QJsonObject &json);
 
 } // namespace tessara

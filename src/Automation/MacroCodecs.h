@@ -1,0 +1,12 @@
+// Macros in a script: their file's own JSON.
+#pragma once
+
+#include "Automation/Codec.h"
+
+#include <map>
+
+namespace tessara {
+
+std::map<int, Codec> macroCodecs();
+
+} // namespace tessara

@@ -33,8 +33,7 @@ TEST_F(UndoAndMacroKeysTest, TheButtonsSayWhatTheyWouldDo)
               QStringLiteral("Nothing to Redo  Ctrl+Shift+Z"));
 
     addTitle();
-    EXPECT_EQ(helpOf(QStringLiteral("undoButton")),
-              QStringLiteral("Undo Add Text Layer  Ctrl+Z"));
+    EXPECT_EQ(helpOf(QStringLiteral("undoButton")), QStringLiteral("Undo Add Text Layer  Ctrl+Z"));
     settle();
     keepPicture(QStringLiteral("undo-buttons"));
 

@@ -1,0 +1,160 @@
+"""Corporate and conference: white plates, ink, a line of teal; and the plain ones without a plate."""
+import pictures
+from design import (BODY, CAPTION, DISPLAY, HEAD, LEAD, LEFT, LOWER, NAME, POSTER, RIGHT, SMALL, TITLE,
+                    TOP, WHITE, Office, Preset, faded, on_middle)
+
+
+def lower_third():
+    preset = Preset("Corporate Lower Third", "lowerThird", "corporate",
+                    ["name", "company", "logo"], ["clean", "light"], transition="presetReveal",
+                    duration=0.45)
+    preset.box("Plate", LEFT, 792, 1040, 144, Office.paper, radius=12)
+    preset.box("Divider", LEFT + 168, 820, 2, 88, Office.line)
+    preset.box("Accent", LEFT + 200, 926, 96, 10, Office.teal)
+    preset.logo("Logo", "company_logo", pictures.logo(Office.teal), LEFT + 32, 812, 104, 104)
+    preset.text("Name", "Malee Suwannarat", LEFT + 200, 856, NAME, Office.ink, weight=700,
+                key="name")
+    preset.text("Role", "Chief Engineer, Meridian Rail", LEFT + 200, 904, 30, Office.grey,
+                weight=500, key="role")
+    return preset
+
+
+def pair():
+    preset = Preset("Name and Title Pair", "lowerThird", "corporate",
+                    ["name", "interview", "two"], ["clean", "light"], transition="presetReveal",
+                    duration=0.45)
+    people = (("Left", LEFT, "guest_1", "Anong Prasert", "Host, The Long Table"),
+              ("Right", 1104, "guest_2", "Daniel Weber", "Author, Quiet Cities"))
+    for side, left, key, name, role in people:
+        preset.box(f"{side} Plate", left, 816, 720, 120, Office.paper, radius=8)
+        preset.box(f"{side} Accent", left, 816, 8, 120, Office.teal)
+        preset.text(f"{side} Name", name, left + 40, 872, 44, Office.ink, weight=700,
+                    key=f"{key}_name")
+        preset.text(f"{side} Role", role, left + 40, 914, CAPTION, Office.grey, weight=500,
+                    key=f"{key}_role")
+    return preset
+
+
+def minimal():
+    preset = Preset("Minimal Lower Third", "lowerThird", "minimal", ["name"],
+                    ["no plate", "scrim"], transition="presetReveal", duration=0.6)
+    scrim = pictures.fade((0, 0, 0, 1), [(0, 0), (1, 0.72)])
+    preset.art("Scrim", scrim, 0, 660, 1920, 420)
+    preset.box("Line", LEFT, 836, 4, 112, WHITE, kind="line")
+    preset.text("Name", "Nadia Karim", LEFT + 32, 884, HEAD, WHITE, weight=600, key="name")
+    preset.text("Role", "Cellist", LEFT + 32, 940, 34, faded(WHITE, 0.9), weight=400, key="role")
+    return preset
+
+
+def strap():
+    preset = Preset("Minimal Caption", "lowerThird", "minimal", ["caption", "place"],
+                    ["no frills", "centred"], duration=0.4)
+    preset.box("Plate", 520, 872, 880, 72, Office.slate[:3] + (0.86,), radius=36)
+    preset.text("Caption", "Old harbour, early morning", 960, on_middle(908, BODY), BODY, WHITE,
+                weight=500, align="center", key="caption")
+    return preset
+
+
+def title():
+    preset = Preset("Full-Screen Title", "fullScreen", "corporate", ["title", "opening"],
+                    ["scrim", "bold"], transition="presetReveal", duration=0.6)
+    scrim = pictures.fade(Office.slate, [(0, 0.96), (0.35, 0.92), (1, 0.30)], horizontal=True)
+    preset.art("Scrim", scrim, 0, 0, 1920, 1080)
+    preset.box("Accent", LEFT, 388, 120, 8, Office.aqua)
+    preset.text("Kicker", "ANNUAL FORUM 2026", LEFT, 352, BODY, Office.aqua, weight=700,
+                key="screen_kicker")
+    preset.text("Title", "Building the\nquiet city", LEFT - 6, 540, POSTER, WHITE, weight=800,
+                key="screen_title")
+    preset.text("Subtitle", "Three days on streets, rail and rivers", LEFT, 800, 44,
+                faded(WHITE, 0.92), weight=400, key="screen_subtitle")
+    preset.logo("Logo", "event_logo", pictures.logo(WHITE), LEFT, 888, 112, 112)
+    preset.text("Place", "Harbour Hall, Bangkok", LEFT + 144, 938, SMALL, WHITE, weight=600,
+                key="screen_place")
+    preset.text("Date", "20 to 22 November", LEFT + 144, 984, SMALL, faded(WHITE, 0.85),
+                weight=400, key="screen_date")
+    return preset
+
+
+def chapter():
+    preset = Preset("Chapter Card", "fullScreen", "minimal", ["chapter", "section"],
+                    ["light", "calm"], transition="presetReveal", duration=0.6)
+    preset.box("Ground", 0, 0, 1920, 1080, Office.paper)
+    preset.box("Line", 512, 360, 4, 360, Office.teal, kind="line")
+    preset.text("Number", "02", 448, 536, 200, Office.teal, weight=300, align="trailing",
+                key="chapter_number")
+    preset.text("Title", "What the river\nremembers", 580, 476, 112, Office.ink, weight=700,
+                key="chapter_title")
+    preset.text("Summary", "Forty years of floods, told by those who stayed", 580, 708, LEAD,
+                Office.grey, weight=400, key="chapter_summary")
+    return preset
+
+
+def agenda():
+    preset = Preset("Agenda", "fullScreen", "corporate", ["agenda", "schedule", "list"],
+                    ["panel", "light"], transition="presetReveal", duration=0.5)
+    preset.box("Panel", 0, 0, 1120, 1080, Office.paper)
+    preset.box("Panel Edge", 1120, 0, 8, 1080, Office.teal)
+    preset.text("Heading", "Agenda", LEFT - 4, 184, DISPLAY, Office.ink, weight=800,
+                key="agenda_heading")
+    preset.text("Subheading", "Day one, main hall", LEFT, 244, BODY, Office.grey, weight=500,
+                key="agenda_subheading")
+    items = (("09:00", "Registration and coffee"), ("09:30", "Opening: the quiet city"),
+             ("10:15", "Rail under rivers"), ("11:30", "Panel: who pays for shade"),
+             ("13:00", "Lunch on the terrace"), ("14:15", "Workshops"))
+    for index, (time, item) in enumerate(items):
+        upper, key = 304 + index * 116, f"agenda_{index + 1}"
+        preset.box(f"Rule {index + 1}", LEFT, upper, 960, 2, Office.line, kind="line")
+        baseline = on_middle(upper + 58, LEAD)
+        preset.text(f"Time {index + 1}", time, LEFT, baseline, LEAD, Office.teal, weight=700,
+                    family="Noto Sans", key=f"{key}_time")
+        preset.text(f"Item {index + 1}", item, LEFT + 184, baseline, LEAD, Office.ink, weight=600,
+                    key=f"{key}_item")
+    return preset
+
+
+def sponsors():
+    preset = Preset("Sponsor Strip", "strip", "corporate", ["sponsor", "logo"],
+                    ["full width", "light"], duration=0.5)
+    preset.box("Strip", 0, 872, 1920, 152, Office.paper)
+    preset.box("Strip Edge", 0, 868, 1920, 4, Office.teal)
+    preset.box("Divider", LEFT + 256, 904, 2, 88, Office.line)
+    preset.text("Label 1", "WITH THE", LEFT, 938, CAPTION, Office.grey, weight=600,
+                key="sponsor_label_1")
+    preset.text("Label 2", "SUPPORT OF", LEFT, 976, CAPTION, Office.grey, weight=600,
+                key="sponsor_label_2")
+    for index, bars in enumerate((3, 4, 5, 2)):
+        preset.logo(f"Sponsor {index + 1}", f"sponsor_{index + 1}_logo",
+                    pictures.wordmark(faded(Office.ink, 0.72), bars),
+                    LEFT + 320 + index * 360, 900, 296, 96)
+    return preset
+
+
+def quote():
+    preset = Preset("Quote", "fullScreen", "general", ["quote", "portrait"], ["serif", "calm"],
+                    transition="dissolve", duration=0.7)
+    preset.box("Ground", 0, 0, 1920, 1080, faded(Office.slate, 0.94))
+    preset.box("Ring", 160, 316, 448, 448, Office.aqua, kind="ellipse")
+    face = pictures.portrait((0.26, 0.36, 0.44, 1), (0.78, 0.84, 0.88, 1))
+    preset.photo("Portrait", "quote_portrait", face, 160, 316, 448, 8)
+    preset.text("Mark", "“", 720, 428, 240, Office.aqua, weight=700, family="Noto Serif")
+    preset.text("Quote", "A city is quiet when everybody in it has somewhere to be heard.",
+                728, 456, 68, WHITE, weight=400, family="Noto Serif", key="quote_text",
+                width=1096)
+    preset.box("Rule", 728, 792, 96, 4, Office.aqua, kind="line")
+    preset.text("Author", "Malee Suwannarat", 728, 860, 44, WHITE, weight=700, key="quote_author")
+    preset.text("Role", "Chief Engineer, Meridian Rail", 728, 912, SMALL, faded(WHITE, 0.85),
+                weight=400, key="quote_role")
+    return preset
+
+
+def logo_corner():
+    preset = Preset("Logo Corner", "corner", "general", ["logo", "bug"], ["compact"],
+                    duration=0.5)
+    preset.logo("Logo", "channel_logo", pictures.logo(faded(WHITE, 0.85)), RIGHT - 112, TOP, 112,
+                112)
+    return preset
+
+
+def presets():
+    return [lower_third(), pair(), minimal(), strap(), title(), chapter(), agenda(), sponsors(),
+            quote(), logo_corner()]

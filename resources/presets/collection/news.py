@@ -7,14 +7,14 @@ from design import (BODY, CAPTION, FIGURES, HEAD, LEAD, LEFT, LOWER, NAME, RIGHT
 def lower_third():
     preset = Preset("News Lower Third", "lowerThird", "news", ["name", "reporter", "live"],
                     ["decked", "bold"], transition="presetReveal", duration=0.45)
-    preset.box("Place Deck", LEFT, 772, 344, 48, News.red)
-    preset.box("Name Deck", LEFT, 820, 1032, 80, News.paper)
-    preset.box("Role Deck", LEFT, 900, 1032, LOWER - 900 + 20, News.navy)
-    preset.text("Place", "LIVE · CHIANG MAI", LEFT + 24, on_middle(796, CAPTION), CAPTION, WHITE,
+    preset.box("Place Deck", LEFT, 748, 344, 48, News.red)
+    preset.box("Name Deck", LEFT, 796, 1032, 84, News.paper)
+    preset.box("Role Deck", LEFT, 880, 1032, LOWER - 880, News.navy)
+    preset.text("Place", "LIVE · CHIANG MAI", LEFT + 24, on_middle(772, CAPTION), CAPTION, WHITE,
                 weight=700, key="place")
-    preset.text("Name", "Kanokwan Srisuk", LEFT + 24, on_middle(860, 52), 52, News.ink,
+    preset.text("Name", "Kanokwan Srisuk", LEFT + 24, on_middle(838, 54), 54, News.ink,
                 weight=800, key="name")
-    preset.text("Role", "North correspondent, Evening Report", LEFT + 24, on_middle(928, SMALL),
+    preset.text("Role", "North correspondent, Evening Report", LEFT + 24, on_middle(908, SMALL),
                 SMALL, WHITE, weight=500, key="role")
     return preset
 
@@ -22,31 +22,30 @@ def lower_third():
 def headline():
     preset = Preset("News Headline", "lowerThird", "news", ["headline", "story"],
                     ["wide", "decked"], duration=0.35)
-    preset.box("Headline Deck", LEFT, 784, RIGHT - LEFT, 104, News.paper)
-    preset.box("Summary Deck", LEFT, 888, RIGHT - LEFT, 64, News.navy)
-    preset.box("Edge", LEFT, 784, 16, 168, News.red)
+    preset.box("Headline Deck", LEFT, 768, RIGHT - LEFT, 104, News.paper)
+    preset.box("Summary Deck", LEFT, 872, RIGHT - LEFT, 64, News.navy)
+    preset.box("Edge", LEFT, 768, 16, 168, News.red)
     preset.text("Headline", "Harbour line opens two years early", LEFT + 48,
-                on_middle(836, 60), 60, News.ink, weight=800, key="headline")
+                on_middle(820, 60), 60, News.ink, weight=800, key="headline")
     preset.text("Summary", "First trains run on Monday, and the fare stays at 20 baht", LEFT + 48,
-                on_middle(920, 34), 34, WHITE, weight=500, key="headline_summary")
+                on_middle(904, 34), 34, WHITE, weight=500, key="headline_summary")
     return preset
 
 
 def breaking():
     preset = Preset("Breaking News Bar", "bar", "news", ["breaking", "urgent", "headline"],
                     ["full width", "bold"], duration=0.25)
-    preset.box("Headline Bar", 0, 776, 1920, 104, News.red)
-    preset.box("Detail Bar", 0, 880, 1920, 64, News.navy)
-    preset.box("Tag", 0, 776, 480, 168, News.paper)
-    preset.box("Tag Rule", LEFT, 878, 88, 6, News.red)
-    preset.text("Tag Line 1", "BREAKING", LEFT, on_middle(834, 60), 60, News.red, weight=900,
+    preset.box("Headline Bar", 0, 768, 1920, 104, News.red)
+    preset.box("Detail Bar", 0, 872, 1920, 64, News.navy)
+    preset.box("Tag", 0, 768, 480, 168, News.paper)
+    preset.text("Tag Line 1", "BREAKING", LEFT, on_middle(818, 60), 60, News.red, weight=900,
                 key="breaking_tag")
-    preset.text("Tag Line 2", "NEWS", LEFT, on_middle(912, LEAD), LEAD, News.ink, weight=900,
+    preset.text("Tag Line 2", "NEWS", LEFT, on_middle(896, 42), 42, News.ink, weight=900,
                 key="breaking_tag_2")
-    preset.text("Headline", "Storm warning for all eastern provinces", 528, on_middle(828, HEAD),
+    preset.text("Headline", "Storm warning for all eastern provinces", 528, on_middle(820, HEAD),
                 HEAD, WHITE, weight=800, key="breaking_headline")
     preset.text("Detail", "Ferries stay in harbour until Saturday morning, the coast guard says",
-                528, on_middle(912, 34), 34, WHITE, weight=500, key="breaking_detail")
+                528, on_middle(904, 34), 34, WHITE, weight=500, key="breaking_detail")
     return preset
 
 
@@ -54,17 +53,17 @@ def breaking_thai():
     preset = Preset("Breaking News Bar, Thai and English", "bar", "bilingual",
                     ["breaking", "urgent", "headline", "thai"], ["full width", "bold"],
                     language="th-en", duration=0.25)
-    preset.box("Headline Bar", 0, 760, 1920, 120, News.red)
-    preset.box("Detail Bar", 0, 880, 1920, 64, News.navy)
-    preset.box("Tag", 0, 760, 480, 184, News.paper)
-    preset.text("Tag Thai", "ข่าวด่วน", LEFT, 842, 68, News.red, weight=700, family=THAI,
+    preset.box("Headline Bar", 0, 752, 1920, 120, News.red)
+    preset.box("Detail Bar", 0, 872, 1920, 64, News.navy)
+    preset.box("Tag", 0, 752, 480, 184, News.paper)
+    preset.text("Tag Thai", "ข่าวด่วน", LEFT, 834, 68, News.red, weight=700, family=THAI,
                 key="breaking_tag_th")
-    preset.text("Tag English", "BREAKING NEWS", LEFT, on_middle(912, SMALL), SMALL, News.ink,
+    preset.text("Tag English", "BREAKING NEWS", LEFT, on_middle(902, SMALL), SMALL, News.ink,
                 weight=800, key="breaking_tag")
-    preset.text("Headline Thai", "เตือนพายุเข้าชายฝั่งตะวันออกทุกจังหวัด", 528, 842, 60, WHITE,
+    preset.text("Headline Thai", "เตือนพายุเข้าชายฝั่งตะวันออกทุกจังหวัด", 528, 834, 60, WHITE,
                 weight=700, family=THAI, key="breaking_headline_th")
     preset.text("Headline English", "Storm warning for all eastern provinces", 528,
-                on_middle(912, 34), 34, WHITE, weight=500, key="breaking_headline")
+                on_middle(904, 34), 34, WHITE, weight=500, key="breaking_headline")
     return preset
 
 
@@ -113,16 +112,16 @@ def bilingual():
     preset = Preset("Bilingual Lower Third", "lowerThird", "bilingual",
                     ["name", "thai", "english"], ["decked"], language="th-en",
                     transition="presetReveal", duration=0.48)
-    preset.box("Thai Deck", LEFT, 736, 1040, 136, News.navy)
-    preset.box("English Deck", LEFT, 872, 1040, 84, News.paper)
-    preset.box("Edge", LEFT, 736, 12, 220, News.red)
-    preset.text("Name Thai", "ดร. กมลวรรณ ศรีสุข", LEFT + 44, 798, 56, WHITE, weight=700,
+    preset.box("Thai Deck", LEFT, 704, 1000, 136, News.navy)
+    preset.box("English Deck", LEFT, 840, 1000, 96, News.paper)
+    preset.box("Edge", LEFT, 704, 12, 232, News.red)
+    preset.text("Name Thai", "ดร. กมลวรรณ ศรีสุข", LEFT + 44, 768, 56, WHITE, weight=700,
                 family=THAI, key="name_th")
-    preset.text("Role Thai", "ผู้อำนวยการศูนย์เตือนภัยพิบัติ", LEFT + 44, 852, 34, News.mist,
+    preset.text("Role Thai", "ผู้อำนวยการศูนย์เตือนภัยพิบัติ", LEFT + 44, 820, 34, News.mist,
                 family=THAI, weight=400, key="role_th")
-    preset.text("Name English", "Dr. Kamonwan Srisuk", LEFT + 44, 909, BODY, News.ink,
+    preset.text("Name English", "Dr. Kamonwan Srisuk", LEFT + 44, 879, BODY, News.ink,
                 weight=700, key="name")
-    preset.text("Role English", "Director, Disaster Warning Centre", LEFT + 44, 943, CAPTION,
+    preset.text("Role English", "Director, Disaster Warning Centre", LEFT + 44, 920, CAPTION,
                 News.ink, weight=500, key="role")
     return preset
 
@@ -134,9 +133,9 @@ def weather():
     left, right, top = 1264, RIGHT, 152
     preset.box("Panel", left, top, right - left, 776, News.navy, radius=16)
     preset.box("Rule", left + 40, top + 440, 480, 2, faded(WHITE, 0.25), kind="line")
-    preset.text("Place", "Chiang Mai", left + 40, top + 84, HEAD, WHITE, weight=700,
+    preset.text("Place", "Chiang Mai", left + 40, top + 80, HEAD, WHITE, weight=700,
                 key="weather_place")
-    preset.text("When", "Friday evening", left + 40, top + 132, SMALL, News.mist, weight=500,
+    preset.text("When", "Friday evening", left + 40, top + 134, SMALL, News.mist, weight=500,
                 key="weather_when")
     preset.icon("Symbol", "weather_symbol", pictures.cloudy(sun, cloud), left + 40, top + 164, 208)
     preset.text("Temperature", "27°", right - 40, top + 316, 160, WHITE, weight=300,
@@ -161,13 +160,13 @@ def next_up():
     preset = Preset("Coming Up Next", "card", "general", ["schedule", "next"], ["compact"],
                     transition="presetReveal", duration=0.45)
     left, right = 1192, RIGHT
-    preset.box("Time Deck", left, 792, right - left, 56, News.red)
-    preset.box("Title Deck", left, 848, right - left, 108, News.navy)
-    preset.text("Label", "COMING UP NEXT", left + 24, on_middle(820, CAPTION), CAPTION, WHITE,
+    preset.box("Time Deck", left, 768, right - left, 56, News.red)
+    preset.box("Title Deck", left, 824, right - left, 112, News.navy)
+    preset.text("Label", "COMING UP NEXT", left + 24, on_middle(796, CAPTION), CAPTION, WHITE,
                 weight=800, key="next_label")
-    preset.text("Time", "21:00", right - 24, on_middle(820, SMALL, 0.714), SMALL, WHITE,
+    preset.text("Time", "21:00", right - 24, on_middle(796, SMALL, 0.714), SMALL, WHITE,
                 weight=700, family=FIGURES, align="trailing", key="next_time")
-    preset.text("Title", "The River at Night", left + 24, on_middle(902, 52), 52, WHITE,
+    preset.text("Title", "The River at Night", left + 24, on_middle(880, 52), 52, WHITE,
                 weight=700, key="next_title")
     return preset
 

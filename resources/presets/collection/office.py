@@ -28,9 +28,9 @@ def pair():
     for side, left, key, name, role in people:
         preset.box(f"{side} Plate", left, 816, 720, 120, Office.paper, radius=8)
         preset.box(f"{side} Accent", left, 816, 8, 120, Office.teal)
-        preset.text(f"{side} Name", name, left + 40, 872, 44, Office.ink, weight=700,
+        preset.text(f"{side} Name", name, left + 40, 870, 44, Office.ink, weight=700,
                     key=f"{key}_name")
-        preset.text(f"{side} Role", role, left + 40, 914, CAPTION, Office.grey, weight=500,
+        preset.text(f"{side} Role", role, left + 40, 915, CAPTION, Office.grey, weight=500,
                     key=f"{key}_role")
     return preset
 
@@ -40,17 +40,17 @@ def minimal():
                     ["no plate", "scrim"], transition="presetReveal", duration=0.6)
     scrim = pictures.fade((0, 0, 0, 1), [(0, 0), (1, 0.72)])
     preset.art("Scrim", scrim, 0, 660, 1920, 420)
-    preset.box("Line", LEFT, 836, 4, 112, WHITE, kind="line")
-    preset.text("Name", "Nadia Karim", LEFT + 32, 884, HEAD, WHITE, weight=600, key="name")
-    preset.text("Role", "Cellist", LEFT + 32, 940, 34, faded(WHITE, 0.9), weight=400, key="role")
+    preset.box("Line", LEFT, 824, 4, 112, WHITE, kind="line")
+    preset.text("Name", "Nadia Karim", LEFT + 32, 872, HEAD, WHITE, weight=600, key="name")
+    preset.text("Role", "Cellist", LEFT + 32, 926, 34, faded(WHITE, 0.9), weight=400, key="role")
     return preset
 
 
 def strap():
     preset = Preset("Minimal Caption", "lowerThird", "minimal", ["caption", "place"],
                     ["no frills", "centred"], duration=0.4)
-    preset.box("Plate", 520, 872, 880, 72, Office.slate[:3] + (0.86,), radius=36)
-    preset.text("Caption", "Old harbour, early morning", 960, on_middle(908, BODY), BODY, WHITE,
+    preset.box("Plate", 520, 864, 880, 72, Office.slate[:3] + (0.86,), radius=36)
+    preset.text("Caption", "Old harbour, early morning", 960, on_middle(900, BODY), BODY, WHITE,
                 weight=500, align="center", key="caption")
     return preset
 
@@ -60,12 +60,12 @@ def title():
                     ["scrim", "bold"], transition="presetReveal", duration=0.6)
     scrim = pictures.fade(Office.slate, [(0, 0.96), (0.35, 0.92), (1, 0.30)], horizontal=True)
     preset.art("Scrim", scrim, 0, 0, 1920, 1080)
-    preset.box("Accent", LEFT, 388, 120, 8, Office.aqua)
-    preset.text("Kicker", "ANNUAL FORUM 2026", LEFT, 352, BODY, Office.aqua, weight=700,
+    preset.box("Accent", LEFT, 344, 120, 8, Office.aqua)
+    preset.text("Kicker", "ANNUAL FORUM 2026", LEFT, 312, BODY, Office.aqua, weight=700,
                 key="screen_kicker")
-    preset.text("Title", "Building the\nquiet city", LEFT - 6, 540, POSTER, WHITE, weight=800,
+    preset.text("Title", "Building the\nquiet city", LEFT, 504, 124, WHITE, weight=800,
                 key="screen_title")
-    preset.text("Subtitle", "Three days on streets, rail and rivers", LEFT, 800, 44,
+    preset.text("Subtitle", "Three days on streets, rail and rivers", LEFT, 784, 44,
                 faded(WHITE, 0.92), weight=400, key="screen_subtitle")
     preset.logo("Logo", "event_logo", pictures.logo(WHITE), LEFT, 888, 112, 112)
     preset.text("Place", "Harbour Hall, Bangkok", LEFT + 144, 938, SMALL, WHITE, weight=600,
@@ -79,12 +79,12 @@ def chapter():
     preset = Preset("Chapter Card", "fullScreen", "minimal", ["chapter", "section"],
                     ["light", "calm"], transition="presetReveal", duration=0.6)
     preset.box("Ground", 0, 0, 1920, 1080, Office.paper)
-    preset.box("Line", 512, 360, 4, 360, Office.teal, kind="line")
-    preset.text("Number", "02", 448, 536, 200, Office.teal, weight=300, align="trailing",
+    preset.box("Line", 512, 352, 4, 376, Office.teal, kind="line")
+    preset.text("Number", "02", 448, 520, 200, Office.teal, weight=300, align="trailing",
                 key="chapter_number")
-    preset.text("Title", "What the river\nremembers", 580, 476, 112, Office.ink, weight=700,
+    preset.text("Title", "What the river\nremembers", 580, 456, 112, Office.ink, weight=700,
                 key="chapter_title")
-    preset.text("Summary", "Forty years of floods, told by those who stayed", 580, 708, LEAD,
+    preset.text("Summary", "Forty years of floods, told by those who stayed", 580, 712, LEAD,
                 Office.grey, weight=400, key="chapter_summary")
     return preset
 
@@ -94,9 +94,9 @@ def agenda():
                     ["panel", "light"], transition="presetReveal", duration=0.5)
     preset.box("Panel", 0, 0, 1120, 1080, Office.paper)
     preset.box("Panel Edge", 1120, 0, 8, 1080, Office.teal)
-    preset.text("Heading", "Agenda", LEFT - 4, 184, DISPLAY, Office.ink, weight=800,
+    preset.text("Heading", "Agenda", LEFT, 172, DISPLAY, Office.ink, weight=800,
                 key="agenda_heading")
-    preset.text("Subheading", "Day one, main hall", LEFT, 244, BODY, Office.grey, weight=500,
+    preset.text("Subheading", "Day one, main hall", LEFT, 246, BODY, Office.grey, weight=500,
                 key="agenda_subheading")
     items = (("09:00", "Registration and coffee"), ("09:30", "Opening: the quiet city"),
              ("10:15", "Rail under rivers"), ("11:30", "Panel: who pays for shade"),
@@ -136,13 +136,13 @@ def quote():
     preset.box("Ring", 160, 316, 448, 448, Office.aqua, kind="ellipse")
     face = pictures.portrait((0.26, 0.36, 0.44, 1), (0.78, 0.84, 0.88, 1))
     preset.photo("Portrait", "quote_portrait", face, 160, 316, 448, 8)
-    preset.text("Mark", "“", 720, 428, 240, Office.aqua, weight=700, family="Noto Serif")
-    preset.text("Quote", "A city is quiet when everybody in it has somewhere to be heard.",
-                728, 456, 68, WHITE, weight=400, family="Noto Serif", key="quote_text",
+    preset.text("Mark", "“", 720, 400, 240, Office.aqua, weight=700, family="Noto Serif")
+    preset.text("Quote", "A city is quiet when everybody who lives in it has somewhere to be heard.",
+                728, 436, 72, WHITE, weight=400, family="Noto Serif", key="quote_text",
                 width=1096)
-    preset.box("Rule", 728, 792, 96, 4, Office.aqua, kind="line")
-    preset.text("Author", "Malee Suwannarat", 728, 860, 44, WHITE, weight=700, key="quote_author")
-    preset.text("Role", "Chief Engineer, Meridian Rail", 728, 912, SMALL, faded(WHITE, 0.85),
+    preset.box("Rule", 728, 736, 96, 4, Office.aqua, kind="line")
+    preset.text("Author", "Malee Suwannarat", 728, 808, 44, WHITE, weight=700, key="quote_author")
+    preset.text("Role", "Chief Engineer, Meridian Rail", 728, 864, SMALL, faded(WHITE, 0.85),
                 weight=400, key="quote_role")
     return preset
 

@@ -1,33 +1,30 @@
 """Social and stream: white cards, comment cards, countdown and credits."""
 import pictures
-from design import (BODY, CAPTION, DISPLAY, HEAD, LEAD, LEFT, LOWER, RIGHT, SMALL, TITLE, TOP, WHITE,
+from design import (BODY, CAPTION, DISPLAY, HEAD, LEAD, LEFT, NAME, RIGHT, SMALL, TITLE, TOP, WHITE,
                     Office, Preset, Social, faded, on_middle, rgb)
 
 
 def subscribe():
     preset = Preset("Subscribe Card", "card", "social", ["subscribe", "channel", "youtube"],
                     ["round", "light"], transition="presetReveal", duration=0.5)
-    preset.box("Plate", LEFT, 768, 1000, 184, Social.card, radius=92)
-    preset.box("Ring", LEFT + 12, 780, 160, 160, Social.youtube, kind="ellipse")
-    preset.box("Button", LEFT + 672, 816, 288, 88, Social.youtube, radius=44)
+    preset.box("Plate", LEFT, 752, 1000, 184, Social.card, radius=92)
+    preset.box("Ring", LEFT + 12, 764, 160, 160, Social.youtube, kind="ellipse")
+    preset.box("Button", LEFT + 672, 800, 288, 88, Social.youtube, radius=44)
     face = pictures.portrait((0.86, 0.88, 0.91, 1), (0.47, 0.52, 0.58, 1))
-    preset.photo("Profile Image", "profile_image", face, LEFT + 12, 780, 160, 6)
-    preset.text("Title", "River Stories", LEFT + 204, 852, NAME_SIZE, Social.ink, weight=800,
+    preset.photo("Profile Image", "profile_image", face, LEFT + 12, 764, 160, 6)
+    preset.text("Title", "River Stories", LEFT + 204, 836, NAME, Social.ink, weight=800,
                 key="title")
-    preset.text("Subtitle", "128 thousand subscribers", LEFT + 204, 898, CAPTION, Social.grey,
+    preset.text("Subtitle", "128 thousand subscribers", LEFT + 204, 882, CAPTION, Social.grey,
                 weight=500, key="subtitle")
-    preset.text("Button", "SUBSCRIBE", LEFT + 816, on_middle(860, SMALL), SMALL, WHITE,
+    preset.text("Button", "SUBSCRIBE", LEFT + 816, on_middle(844, SMALL), SMALL, WHITE,
                 weight=800, align="center", key="button_text")
     return preset
-
-
-NAME_SIZE = 48
 
 
 def comment(name, key, label, color, left):
     preset = Preset(name, "card", "social", ["comment", "viewer", "live"], ["card", "light"],
                     language="th-en", transition="presetReveal", duration=0.45)
-    top, width, height = 688, 832, 248
+    top, width, height = 704, 832, 232
     preset.box("Plate", left, top, width, height, Social.card, radius=16)
     preset.box("Label Plate", left, top - 28, 312, 56, color, radius=28)
     preset.box("Dot", left + 24, top - 8, 16, 16, WHITE, kind="ellipse")
@@ -45,7 +42,7 @@ def handles():
              ("youtube", "YouTube", "@riverstories", Social.youtube),
              ("web", "Web", "riverstories.example", Office.teal))
     for index, (key, network, handle, color) in enumerate(chips):
-        top = 720 + index * 80
+        top = 704 + index * 80
         preset.box(f"{network} Plate", LEFT, top, 736, 72, Social.night, radius=8)
         preset.box(f"{network} Chip", LEFT, top, 200, 72, color, radius=8)
         preset.text(f"{network} Label", network, LEFT + 100, on_middle(top + 36, CAPTION), CAPTION,
@@ -88,7 +85,7 @@ def credits():
               ("Camera", "Somsak Rattana"), ("Sound", "Nadia Karim"),
               ("Graphics", "Kanokwan Srisuk"), ("Editor", "Arthit Chaiya"))
     for index, (role, name) in enumerate(people):
-        baseline, key = 344 + index * 88, f"credit_{index + 1}"
+        baseline, key = 344 + index * 96, f"credit_{index + 1}"
         preset.text(f"Role {index + 1}", role, 928, baseline, LEAD, Office.aqua, weight=400,
                     align="trailing", key=f"{key}_role")
         preset.text(f"Name {index + 1}", name, 992, baseline, LEAD, WHITE, weight=700,

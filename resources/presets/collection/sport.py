@@ -10,12 +10,12 @@ def lower_third():
     plate = pictures.slanted(1128, 176, [
         (176, 1080, 0, 108, 32, Arena.coal), (144, 840, 112, 176, 19, Arena.iron),
         (0, 152, 0, 176, 52, Arena.amber)])
-    preset.art("Plates", plate, LEFT, 780, 1128, 176)
-    preset.text("Number", "10", LEFT + 102, on_middle(868, DISPLAY), DISPLAY, Arena.ink,
+    preset.art("Plates", plate, LEFT, 760, 1128, 176)
+    preset.text("Number", "10", LEFT + 102, on_middle(848, DISPLAY), DISPLAY, Arena.ink,
                 weight=900, align="center", key="player_number")
-    preset.text("Name", "ARTHIT CHAIYA", LEFT + 240, on_middle(834, 60), 60, WHITE, weight=800,
+    preset.text("Name", "ARTHIT CHAIYA", LEFT + 240, on_middle(814, 60), 60, WHITE, weight=800,
                 key="player_name")
-    preset.text("Detail", "Midfield · Harbour FC", LEFT + 206, on_middle(924, SMALL), SMALL, WHITE,
+    preset.text("Detail", "Midfield · Harbour FC", LEFT + 206, on_middle(904, SMALL), SMALL, WHITE,
                 weight=500, key="player_detail")
     return preset
 

@@ -17,7 +17,7 @@ from design import CANVAS, FAMILIES
 
 MARGIN_X, MARGIN_Y = CANVAS[0] * 0.05, CANVAS[1] * 0.05
 PACKAGES = pathlib.Path(__file__).resolve().parent.parent.parent / "scripts/install-dependencies"
-MARKS_TOP, MARKS_BOTTOM = 0.02, 1.335  # where Thai marks begin and end, in sizes from the line's top
+MARKS_TOP, MARKS_BOTTOM = 0.02, 1.335  # reach of Thai marks, in sizes from the line's top
 THAI_LINE = 1.511  # from line to line as soon as one character is Thai
 LEAST_SIZE = 26  # px; smaller is not read at arm's length
 
@@ -87,11 +87,12 @@ def lines_of(entry):
         return fontfile.width(text, entry.get("fontFamily"), entry.get("fontWeight"),
                               entry["fontSize"])
 
+    room = entry.get("textBoxSize", [float("inf")])[0]
     lines = []
     for paragraph in entry["text"].split("\n"):
         lines.append("")
         for word in re.findall(r"\S+\s*", paragraph):
-            if "textBoxSize" in entry and width((lines[-1] + word).rstrip()) > entry["textBoxSize"][0]:
+            if width((lines[-1] + word).rstrip()) > room:
                 lines.append("")
             lines[-1] += word
     return [(line, width(line.rstrip())) for line in lines]
@@ -139,6 +140,11 @@ def overlap(first, second):
             and min(first[3], second[3]) - max(first[1], second[1]) > 0.5)
 
 
+def covers(upper, lower):
+    return (upper[0] <= lower[0] and upper[1] <= lower[1] and upper[2] >= lower[2]
+            and upper[3] >= lower[3])
+
+
 def picture_faults(image):
     try:
         data = base64.b64decode(image["pngBase64"], validate=True)
@@ -172,6 +178,10 @@ def layout_faults(preset):
         for other, other_area in fields[index + 1:]:
             if overlap(area, other_area):
                 yield f"{label} and {other} collide in Thai"
+    for rect in preset["rects"]:
+        for image in preset["images"]:
+            if "placeholderKey" not in image and covers(box_area(image), box_area(rect)):
+                yield f"{rect['name']} lies below the artwork {image['name']}"
     for record in preset["rects"] + preset["images"]:
         area = box_area(record)
         if not is_on_canvas(area):

@@ -1,18 +1,19 @@
-"""The design language: canvas, grid, type, palettes, and the builder that all presets are made with.
+"""The design language: canvas, type, palettes, and the builder that all presets are made with.
 
-Text is set by its baseline, as a designer thinks of it; the format wants the upper edge of the line.
+Text is set by its baseline, as a designer thinks of it; the format wants the line's upper edge.
 """
 import base64
 import uuid
 
+import pictures
+
 CANVAS = (1920, 1080)
 LEFT, RIGHT = 96, 1824  # the 5 % margins, where texts and logos end
 TOP, BOTTOM = 56, 1024
-LOWER = 936  # where lower thirds end: a ticker still fits below
-UNIT = 8  # the grid
+LOWER = 936  # where lower thirds end: the ticker begins below
 
 # The type scale, px
-CAPTION, SMALL, BODY, LEAD, NAME, HEAD, TITLE, DISPLAY, POSTER = 28, 32, 36, 40, 48, 56, 72, 96, 136
+CAPTION, SMALL, BODY, LEAD, NAME, HEAD, TITLE, DISPLAY, POSTER = 28, 32, 36, 40, 48, 56, 72, 96, 124
 
 # Families by their ascent and descent in parts of the size. None is the system face, Inter, which
 # alone has all weights; a named family has regular and bold only.
@@ -147,6 +148,10 @@ class Preset:
         self._image(name, png, x, y, width, height, opacity=opacity, isAspectRatioLocked=False,
                     cropRectNormalized=[[0, 0], [1, 1]], contentMode="fillCrop",
                     maskShape="rectangle", maskPadding=0)
+
+    def stroke(self, name, x, y, width, height, color):
+        """A bar of one colour that lies above the artwork, where a shape would lie below."""
+        self.art(name, pictures.plain(color), x, y, width, height)
 
     def logo(self, name, key, png, x, y, width, height, mask="rectangle"):
         """A logo that the operator replaces; it is shown whole."""

@@ -126,6 +126,11 @@ def within(form, limit):
     return lambda px, py: max(form(px, py), limit(px, py))
 
 
+def plain(color):
+    """A few pixels of one colour, to be stretched."""
+    return png([bytearray(bytes(round(255 * part) for part in color) * 4) for _ in range(4)])
+
+
 def slanted(width, height, pieces):
     """Upright bands leaning to the right: (left, right, top, bottom, lean, colour) for each."""
     rows = blank(width, height)

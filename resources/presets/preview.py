@@ -123,7 +123,8 @@ def main():
                 add(program, preset, target, options.thai)
                 if "countdown" in preset["templateTags"]:
                     program.layer("addCountdownLayer")
-                files.append(target / f"{name.lower().replace(',', '').replace(' ', '-')}-{ground}.png")
+                slug = name.lower().replace(",", "").replace(" ", "-")
+                files.append(target / f"{slug}-{ground}.png")
                 program.render(files[-1])
     for ground, files in made.items():
         (target / ground).mkdir(exist_ok=True)

@@ -1,7 +1,7 @@
 """News: navy and white decks, one red."""
 import pictures
-from design import (BODY, CAPTION, FIGURES, HEAD, LEAD, LEFT, LOWER, NAME, RIGHT, SMALL, THAI, TITLE,
-                    TOP, WHITE, News, Preset, faded, on_middle)
+from design import (BODY, CAPTION, FIGURES, HEAD, LEAD, LEFT, LOWER, RIGHT, SMALL, THAI, TOP, WHITE,
+                    News, Preset, faded, on_middle)
 
 
 def lower_third():
@@ -112,10 +112,10 @@ def bilingual():
     preset = Preset("Bilingual Lower Third", "lowerThird", "bilingual",
                     ["name", "thai", "english"], ["decked"], language="th-en",
                     transition="presetReveal", duration=0.48)
-    preset.box("Thai Deck", LEFT, 704, 1000, 136, News.navy)
+    preset.box("Thai Deck", LEFT, 688, 1000, 152, News.navy)
     preset.box("English Deck", LEFT, 840, 1000, 96, News.paper)
-    preset.box("Edge", LEFT, 704, 12, 232, News.red)
-    preset.text("Name Thai", "ดร. กมลวรรณ ศรีสุข", LEFT + 44, 768, 56, WHITE, weight=700,
+    preset.box("Edge", LEFT, 688, 12, 248, News.red)
+    preset.text("Name Thai", "ดร. กมลวรรณ ศรีสุข", LEFT + 44, 755, 56, WHITE, weight=700,
                 family=THAI, key="name_th")
     preset.text("Role Thai", "ผู้อำนวยการศูนย์เตือนภัยพิบัติ", LEFT + 44, 820, 34, News.mist,
                 family=THAI, weight=400, key="role_th")
@@ -142,7 +142,8 @@ def weather():
                 align="trailing", key="weather_temperature")
     preset.text("Condition", "Fair, some cloud", left + 40, top + 408, BODY, WHITE, weight=600,
                 key="weather_condition")
-    days = (("Sat", pictures.sunny(sun), "31°", "22°"), ("Sun", pictures.cloudy(sun, cloud), "30°", "23°"),
+    days = (("Sat", pictures.sunny(sun), "31°", "22°"),
+            ("Sun", pictures.cloudy(sun, cloud), "30°", "23°"),
             ("Mon", pictures.rainy(cloud, rain), "27°", "22°"))
     for index, (day, symbol, high, low) in enumerate(days):
         middle, key = top + 500 + index * 104, f"weather_day_{index + 1}"

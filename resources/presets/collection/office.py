@@ -1,6 +1,6 @@
-"""Corporate and conference: white plates, ink, a line of teal; and the plain ones without a plate."""
+"""Corporate and conference: white plates, ink, a line of teal; and plain ones without a plate."""
 import pictures
-from design import (BODY, CAPTION, DISPLAY, HEAD, LEAD, LEFT, LOWER, NAME, POSTER, RIGHT, SMALL, TITLE,
+from design import (BLACK, BODY, CAPTION, DISPLAY, HEAD, LEAD, LEFT, NAME, POSTER, RIGHT, SMALL,
                     TOP, WHITE, Office, Preset, faded, on_middle)
 
 
@@ -9,12 +9,11 @@ def lower_third():
                     ["name", "company", "logo"], ["clean", "light"], transition="presetReveal",
                     duration=0.45)
     preset.box("Plate", LEFT, 792, 1040, 144, Office.paper, radius=12)
-    preset.box("Divider", LEFT + 168, 820, 2, 88, Office.line)
-    preset.box("Accent", LEFT + 200, 926, 96, 10, Office.teal)
+    preset.box("Divider", LEFT + 168, 820, 4, 88, Office.teal)
     preset.logo("Logo", "company_logo", pictures.logo(Office.teal), LEFT + 32, 812, 104, 104)
-    preset.text("Name", "Malee Suwannarat", LEFT + 200, 856, NAME, Office.ink, weight=700,
+    preset.text("Name", "Malee Suwannarat", LEFT + 204, 859, NAME, Office.ink, weight=700,
                 key="name")
-    preset.text("Role", "Chief Engineer, Meridian Rail", LEFT + 200, 904, 30, Office.grey,
+    preset.text("Role", "Chief Engineer, Meridian Rail", LEFT + 204, 908, 30, Office.grey,
                 weight=500, key="role")
     return preset
 
@@ -26,21 +25,23 @@ def pair():
     people = (("Left", LEFT, "guest_1", "Anong Prasert", "Host, The Long Table"),
               ("Right", 1104, "guest_2", "Daniel Weber", "Author, Quiet Cities"))
     for side, left, key, name, role in people:
-        preset.box(f"{side} Plate", left, 816, 720, 120, Office.paper, radius=8)
-        preset.box(f"{side} Accent", left, 816, 8, 120, Office.teal)
-        preset.text(f"{side} Name", name, left + 40, 870, 44, Office.ink, weight=700,
+        mirrored = side == "Right"
+        align, anchor = ("trailing", left + 680) if mirrored else ("leading", left + 40)
+        preset.box(f"{side} Plate", left, 816, 720, 120, Office.paper)
+        preset.box(f"{side} Accent", left + 712 if mirrored else left, 816, 8, 120, Office.teal)
+        preset.text(f"{side} Name", name, anchor, 870, 44, Office.ink, weight=700, align=align,
                     key=f"{key}_name")
-        preset.text(f"{side} Role", role, left + 40, 915, CAPTION, Office.grey, weight=500,
-                    key=f"{key}_role")
+        preset.text(f"{side} Role", role, anchor, 915, CAPTION, Office.grey, weight=500,
+                    align=align, key=f"{key}_role")
     return preset
 
 
 def minimal():
     preset = Preset("Minimal Lower Third", "lowerThird", "minimal", ["name"],
                     ["no plate", "scrim"], transition="presetReveal", duration=0.6)
-    scrim = pictures.fade((0, 0, 0, 1), [(0, 0), (1, 0.72)])
+    scrim = pictures.fade(BLACK, [(0, 0), (0.6, 0.62), (1, 0.8)])
     preset.art("Scrim", scrim, 0, 660, 1920, 420)
-    preset.box("Line", LEFT, 824, 4, 112, WHITE, kind="line")
+    preset.stroke("Line", LEFT, 824, 4, 112, WHITE)
     preset.text("Name", "Nadia Karim", LEFT + 32, 872, HEAD, WHITE, weight=600, key="name")
     preset.text("Role", "Cellist", LEFT + 32, 926, 34, faded(WHITE, 0.9), weight=400, key="role")
     return preset
@@ -58,12 +59,12 @@ def strap():
 def title():
     preset = Preset("Full-Screen Title", "fullScreen", "corporate", ["title", "opening"],
                     ["scrim", "bold"], transition="presetReveal", duration=0.6)
-    scrim = pictures.fade(Office.slate, [(0, 0.96), (0.35, 0.92), (1, 0.30)], horizontal=True)
+    scrim = pictures.fade(BLACK, [(0, 0.88), (0.35, 0.84), (1, 0.25)], horizontal=True)
     preset.art("Scrim", scrim, 0, 0, 1920, 1080)
-    preset.box("Accent", LEFT, 344, 120, 8, Office.aqua)
+    preset.stroke("Accent", LEFT, 344, 120, 8, Office.aqua)
     preset.text("Kicker", "ANNUAL FORUM 2026", LEFT, 312, BODY, Office.aqua, weight=700,
                 key="screen_kicker")
-    preset.text("Title", "Building the\nquiet city", LEFT, 504, 124, WHITE, weight=800,
+    preset.text("Title", "Building the\nquiet city", LEFT, 504, POSTER, WHITE, weight=800,
                 key="screen_title")
     preset.text("Subtitle", "Three days on streets, rail and rivers", LEFT, 784, 44,
                 faded(WHITE, 0.92), weight=400, key="screen_subtitle")
@@ -137,7 +138,8 @@ def quote():
     face = pictures.portrait((0.26, 0.36, 0.44, 1), (0.78, 0.84, 0.88, 1))
     preset.photo("Portrait", "quote_portrait", face, 160, 316, 448, 8)
     preset.text("Mark", "“", 720, 400, 240, Office.aqua, weight=700, family="Noto Serif")
-    preset.text("Quote", "A city is quiet when everybody who lives in it has somewhere to be heard.",
+    preset.text("Quote",
+                "A city is quiet when everybody who lives in it has somewhere to be heard.",
                 728, 436, 72, WHITE, weight=400, family="Noto Serif", key="quote_text",
                 width=1096)
     preset.box("Rule", 728, 736, 96, 4, Office.aqua, kind="line")

@@ -1,7 +1,7 @@
 """Social and stream: white cards, comment cards, countdown and credits."""
 import pictures
-from design import (BODY, CAPTION, DISPLAY, HEAD, LEAD, LEFT, NAME, RIGHT, SMALL, TITLE, TOP, WHITE,
-                    Office, Preset, Social, faded, on_middle, rgb)
+from design import (BODY, CAPTION, LEAD, LEFT, NAME, RIGHT, SMALL, TITLE, WHITE, Office, Preset,
+                    Social, faded, on_middle, rgb)
 
 
 def subscribe():
@@ -63,9 +63,9 @@ def countdown():
     outer, inner = pictures.pill(1, 1, 558, 238, 23), pictures.pill(4, 4, 552, 232, 20)
     pictures.fill_where(frame, pictures.within(outer, lambda x, y: -inner(x, y)), Office.aqua)
     preset.art("Window", pictures.png(frame), 680, 420, 560, 240)
-    preset.text("Label", "STARTING SOON", 960, 252, BODY, Office.aqua, weight=800, align="center",
+    preset.text("Label", "STARTING SOON", 960, 220, BODY, Office.aqua, weight=800, align="center",
                 key="countdown_label")
-    preset.text("Title", "Evening of River Stories", 960, 352, 80, WHITE, weight=700,
+    preset.text("Title", "Evening of River Stories", 960, 326, 80, WHITE, weight=700,
                 align="center", key="countdown_title")
     preset.text("Line", "We begin at 19:30. Find your seat, and silence your phone.", 960, 768,
                 LEAD, faded(WHITE, 0.92), weight=400, align="center", key="countdown_line")

@@ -1,7 +1,7 @@
 """Sport: coal plates that lean, amber for our own, blue and red for the sides."""
 import pictures
-from design import (BODY, CAPTION, DISPLAY, FIGURES, LEAD, LEFT, NAME, SMALL, TITLE, TOP, WHITE, Arena,
-                    Preset, faded, on_middle, rgb)
+from design import (BODY, CAPTION, DISPLAY, FIGURES, LEAD, LEFT, NAME, SMALL, TITLE, TOP, WHITE,
+                    Arena, Preset, faded, on_middle, rgb)
 
 
 def lower_third():
@@ -87,22 +87,22 @@ def result():
                     ["slanted", "wide"], transition="dissolve", duration=0.4)
     left, top = 240, 744
     plate = pictures.slanted(1440, 192, [
-        (0, 616, 0, 120, 36, Arena.coal), (788, 1404, 0, 120, 36, Arena.coal),
-        (616, 788, 0, 120, 36, WHITE),
+        (0, 596, 0, 120, 36, Arena.coal), (808, 1404, 0, 120, 36, Arena.coal),
+        (596, 808, 0, 120, 36, WHITE),
         (0, 20, 0, 120, 36, Arena.home), (1384, 1404, 0, 120, 36, Arena.away),
-        (572, 808, 124, 176, 16, Arena.amber)])
+        (579, 791, 124, 176, 16, Arena.amber)])
     preset.art("Plates", plate, left, top, 1440, 192)
     middle = top + 60
-    preset.text("Home", "Harbour FC", 824, on_middle(middle, NAME), NAME, WHITE, weight=800,
+    preset.text("Home", "Harbour FC", 808, on_middle(middle, NAME), NAME, WHITE, weight=800,
                 align="trailing", key="home_name")
-    preset.text("Away", "North City", 1096, on_middle(middle, NAME), NAME, WHITE, weight=800,
+    preset.text("Away", "North City", 1104, on_middle(middle, NAME), NAME, WHITE, weight=800,
                 key="away_name")
-    for name, text, x, kind in (("Home Score", "2", 908, "score"), ("Dash", "–", 960, None),
-                                ("Away Score", "1", 1012, "score")):
+    for name, text, x, kind in (("Home Score", "2", 902, "score"), ("Dash", "–", 960, None),
+                                ("Away Score", "1", 1018, "score")):
         preset.text(name, text, x, on_middle(middle, 72, 0.714), 72, Arena.ink, weight=700,
                     family=FIGURES, align="center", kind=kind,
                     key=name.lower().replace(" ", "_") if kind else None)
-    preset.text("Status", "FULL TIME", 938, on_middle(top + 150, CAPTION), CAPTION, Arena.ink,
+    preset.text("Status", "FULL TIME", 933, on_middle(top + 150, CAPTION), CAPTION, Arena.ink,
                 weight=800, align="center", key="match_period")
     return preset
 

@@ -184,6 +184,8 @@ def layout_faults(preset):
                 yield f"{rect['name']} lies below the artwork {image['name']}"
     for record in preset["rects"] + preset["images"]:
         area = box_area(record)
+        if preset["preferredRunTransitionStyle"] == "presetReveal" and covers(area, (0, 0, *CANVAS)):
+            yield f"{record['name']} fills the canvas and would bare an edge as it slides"
         if not is_on_canvas(area):
             yield f"{record['name']} leaves the canvas"
         if not is_within_margins(area) and ("placeholderKey" in record or not bleeds(area)):

@@ -58,7 +58,7 @@ def strap():
 
 def title():
     preset = Preset("Full-Screen Title", "fullScreen", "corporate", ["title", "opening"],
-                    ["scrim", "bold"], transition="presetReveal", duration=0.6)
+                    ["scrim", "bold"], duration=0.6)
     scrim = pictures.fade(BLACK, [(0, 0.88), (0.35, 0.84), (1, 0.25)], horizontal=True)
     preset.art("Scrim", scrim, 0, 0, 1920, 1080)
     preset.stroke("Accent", LEFT, 344, 120, 8, Office.aqua)
@@ -78,7 +78,7 @@ def title():
 
 def chapter():
     preset = Preset("Chapter Card", "fullScreen", "minimal", ["chapter", "section"],
-                    ["light", "calm"], transition="presetReveal", duration=0.6)
+                    ["light", "calm"], duration=0.6)
     preset.box("Ground", 0, 0, 1920, 1080, Office.paper)
     preset.box("Line", 512, 352, 4, 376, Office.teal, kind="line")
     preset.text("Number", "02", 448, 520, 200, Office.teal, weight=300, align="trailing",

@@ -48,7 +48,7 @@ def score_strip():
 
 def versus():
     preset = Preset("Versus Card", "fullScreen", "sport", ["match", "teams", "preview"],
-                    ["slanted", "dynamic"], transition="presetReveal", duration=0.55)
+                    ["slanted", "dynamic"], duration=0.55)
     rows = pictures.blank(1920, 1080)
     pictures.fill_convex(rows, [(0, 0), (1104, 0), (800, 1080), (0, 1080)],
                          rgb("1B4BB0", 0.97), rgb("0A1C48", 0.97))

@@ -1,0 +1,136 @@
+#!/usr/bin/env python3
+"""Plays the presets into tessara-headless, and leaves a picture of each over grey and over video.
+
+With --thai every field shows Thai with high and low marks instead, to see that nothing collides.
+Sheets of nine pictures each are made as well, by the program itself.
+"""
+import argparse
+import base64
+import json
+import pathlib
+import subprocess
+import sys
+
+import pictures
+
+HERE = pathlib.Path(__file__).resolve().parent
+ROOT = HERE.parent.parent
+THAI = "ผู้ซื้อที่ญี่ปุ่นฟ้าป่ากี่ปี่ปู่ใหญ่กุ้งกลั่นน้ำมันที่ตั้งใจรู้จักเพื่อนบ้าน"
+GREY = {"red": 0.5, "green": 0.5, "blue": 0.5, "alpha": 1}
+
+
+class Program:
+    """The program at the other end of a pipe, one request a line, one document."""
+
+    def __init__(self, path, data):
+        self.process = subprocess.Popen([path, "--clock", "manual", "--data", str(data)],
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.stdin.close()
+        self.process.wait()
+
+    def request(self, **request):
+        self.process.stdin.write(json.dumps(request) + "\n")
+        self.process.stdin.flush()
+        reply = json.loads(self.process.stdout.readline())
+        if not reply["ok"]:
+            sys.exit(f"{request}: {reply['error']}")
+        return reply["result"]
+
+    def layer(self, operation, *arguments, **properties):
+        identity = self.request(call=f"document.{operation}", args=list(arguments))
+        for name, value in properties.items():
+            self.request(set=f"layer:{identity}.{name}", value=value)
+
+    def render(self, path):
+        self.request(call="frame.render", args=[str(path), GREY])
+
+
+def add(program, preset, pictures_at, thai):
+    """The layers in the order in which applying a preset adds them."""
+    for rect in preset["rects"]:
+        properties = {key: value for key, value in rect.items() if key != "kind"}
+        program.layer("addTemplateShapeLayer", rect["kind"], **properties)
+    for image in sorted(preset["images"], key=lambda image: "placeholderKey" in image):
+        file = pictures_at / "layer.png"
+        file.write_bytes(base64.b64decode(image["pngBase64"]))
+        properties = {key: value for key, value in image.items() if key != "pngBase64"}
+        program.layer("addImageLayer", str(file), **properties)
+    for entry in preset["entries"]:
+        properties = dict(entry)
+        if thai and "fieldKey" in entry and entry["fieldKind"] == "text":
+            lines = entry["text"].split("\n")
+            properties["text"] = "\n".join((THAI * 3)[:len(line)] for line in lines)
+        program.layer("addTextLayer", **properties)
+
+
+def video_like(path):
+    """Soft lights and darks such as a camera sees, bright where a text is hardest to read."""
+    width, height = 480, 270
+    spots = ((90, 60, 120, (1.0, 0.93, 0.8)), (360, 40, 140, (0.55, 0.75, 1.0)),
+             (250, 150, 110, (0.9, 0.62, 0.42)), (60, 240, 100, (0.95, 0.97, 0.9)),
+             (430, 230, 110, (0.2, 0.42, 0.3)), (210, 250, 70, (1.0, 0.88, 0.5)))
+    rows = []
+    for y in range(height):
+        row = bytearray()
+        for x in range(width):
+            color, total = [0.16, 0.2, 0.24], 1.0
+            for spot_x, spot_y, radius, light in spots:
+                share = 3 * max(0, 1 - ((x - spot_x) ** 2 + (y - spot_y) ** 2) / radius ** 2) ** 2
+                color = [now + share * part for now, part in zip(color, light)]
+                total += share
+            row += bytes(round(255 * part / total) for part in color) + b"\xff"
+        rows.append(row)
+    path.write_bytes(pictures.png(rows))
+
+
+def sheets(program_path, target, files):
+    for number, start in enumerate(range(0, len(files), 9), 1):
+        with Program(program_path, target / "data") as program:
+            for index, file in enumerate(files[start:start + 9]):
+                program.layer("addImageLayer", str(file), isAspectRatioLocked=False,
+                              position=[4 + index % 3 * 640, 4 + index // 3 * 360],
+                              size=[632, 352])
+            program.render(target / f"sheet-{number}.png")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--program", default=str(ROOT / "build/release/bin/tessara-headless"))
+    parser.add_argument("--pictures", type=pathlib.Path, default=ROOT / "build/presets")
+    parser.add_argument("--thai", action="store_true", help="Thai in every text field")
+    parser.add_argument("only", nargs="*", help="presets whose names contain one of these")
+    options = parser.parse_args()
+    target = options.pictures
+    target.mkdir(parents=True, exist_ok=True)
+    backdrop = target / "backdrop.png"
+    if not backdrop.exists():
+        video_like(backdrop)
+    made = {"grey": [], "video": []}
+    for preset in json.loads((HERE / "BuiltInPresets.json").read_text(encoding="utf-8")):
+        name = preset["name"]
+        if options.only and not any(part.lower() in name.lower() for part in options.only):
+            continue
+        for ground, files in made.items():
+            with Program(options.program, target / "data") as program:
+                if ground == "video":
+                    program.layer("addImageLayer", str(backdrop), position=[0, 0],
+                                  size=[1920, 1080], contentMode="fillCrop")
+                add(program, preset, target, options.thai)
+                if "countdown" in preset["templateTags"]:
+                    program.layer("addCountdownLayer")
+                slug = name.lower().replace(",", "").replace(" ", "-")
+                files.append(target / f"{slug}-{ground}.png")
+                program.render(files[-1])
+    for ground, files in made.items():
+        (target / ground).mkdir(exist_ok=True)
+        sheets(options.program, target / ground, files)
+    print(f"Pictures: {target}")
+
+
+if __name__ == "__main__":
+    main()

@@ -8,9 +8,9 @@ namespace tessara {
 
 void sortByName(QList<TextPreset> &presets, const QLocale &locale)
 {
+    const QLocale wanted = locale.collation();
     // The C locale would compare code points, which tears languages apart.
-    QCollator collator(locale.language() == QLocale::C ? QLocale(QLocale::English)
-                                                       : locale.collation());
+    QCollator collator(wanted.language() == QLocale::C ? QLocale(QLocale::English) : wanted);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::stable_sort(presets.begin(), presets.end(),
                      [&](const TextPreset &left, const TextPreset &right) {

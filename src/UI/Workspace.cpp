@@ -35,9 +35,15 @@ Workspace::Workspace(AppState &app)
     , m_entries(*app.document(), *app.runlist())
     , m_editor(*app.document())
     , m_output(app)
+    , m_keys(app)
 {
     connect(&m_output, &OutputModel::changed, this, &Workspace::isLiveChanged);
     connect(app.document(), &CanvasDocument::sizeChanged, this, &Workspace::canvasSizeChanged);
+}
+
+UndoStack *Workspace::undoStack() const
+{
+    return m_app.undoStack();
 }
 
 Runlist *Workspace::runlist() const

@@ -1,6 +1,7 @@
 // What the main window works on.
 #pragma once
 
+#include "UI/ApplicationKeys.h"
 #include "UI/EntryListModel.h"
 #include "UI/LayerEditor.h"
 #include "UI/OutputModel.h"
@@ -12,6 +13,7 @@ namespace tessara {
 class AppState;
 class CanvasDocument;
 class Runlist;
+class UndoStack;
 
 /// The models of one main window, and the operations of its buttons.
 class Workspace : public QObject
@@ -19,11 +21,13 @@ class Workspace : public QObject
     Q_OBJECT
     Q_MOC_INCLUDE("Models/CanvasDocument.h")
     Q_MOC_INCLUDE("Models/Runlist.h")
+    Q_MOC_INCLUDE("Models/UndoStack.h")
     QML_ELEMENT
     QML_UNCREATABLE("The program makes it")
     Q_PROPERTY(tessara::EntryListModel *entries READ entries CONSTANT FINAL)
     Q_PROPERTY(tessara::Runlist *runlist READ runlist CONSTANT FINAL)
     Q_PROPERTY(tessara::CanvasDocument *document READ document CONSTANT FINAL)
+    Q_PROPERTY(tessara::UndoStack *undoStack READ undoStack CONSTANT FINAL)
     Q_PROPERTY(QObject *editor READ editor CONSTANT FINAL)
     Q_PROPERTY(tessara::OutputModel *output READ output CONSTANT FINAL)
     /// What is shown here is seen by others now.
@@ -41,6 +45,7 @@ public:
     EntryListModel *entries() { return &m_entries; }
     Runlist *runlist() const;
     CanvasDocument *document() const;
+    UndoStack *undoStack() const;
     QObject *editor() { return &m_editor; }
     OutputModel *output() { return &m_output; }
     bool isLive() const;
@@ -74,6 +79,7 @@ private:
     EntryListModel m_entries;
     LayerEditor m_editor;
     OutputModel m_output;
+    ApplicationKeys m_keys;
     QString m_pictureError;
 };
 

@@ -28,6 +28,7 @@ TSWindow {
 
         TitleBar {
             Layout.fillWidth: true
+            undoStack: root.workspace.undoStack
             onRunlistRequested: root.workspace.showRunlist()
         }
         TSDivider { isZone: true }

@@ -6,6 +6,7 @@ import Tessara
 Rectangle {
     id: root
 
+    required property var undoStack
     signal runlistRequested()
 
     implicitHeight: 48
@@ -36,6 +37,21 @@ Rectangle {
             iconName: "play"
             help: qsTr("Runlist")
             onClicked: root.runlistRequested()
+        }
+        Rectangle { implicitWidth: 1; implicitHeight: 20; color: TS.border }
+        TSButton {
+            objectName: "undoButton"
+            iconName: "undo-2"
+            help: root.undoStack.undoHelpText
+            opacity: root.undoStack.canUndo ? 1 : 0.38 // and still tells why it does nothing
+            onClicked: root.undoStack.undo()
+        }
+        TSButton {
+            objectName: "redoButton"
+            iconName: "redo-2"
+            help: root.undoStack.redoHelpText
+            opacity: root.undoStack.canRedo ? 1 : 0.38
+            onClicked: root.undoStack.redo()
         }
     }
 }

@@ -1,0 +1,33 @@
+// Keys that act wherever the focus is.
+#pragma once
+
+#include <QObject>
+
+class QKeyEvent;
+
+namespace tessara {
+
+class AppState;
+
+/// Ctrl+Z and Ctrl+Shift+Z undo and redo, Ctrl+1 to Ctrl+9 play the first nine macros, in every
+/// window and in a text field as well. A number beyond the list, or one while a macro runs or is
+/// recorded, is passed on.
+class ApplicationKeys : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Listens to the whole application for as long as it lives.
+    explicit ApplicationKeys(AppState &app);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool undoOrRedo(const QKeyEvent &press);
+    bool playMacro(const QKeyEvent &press);
+
+    AppState &m_app;
+};
+
+} // namespace tessara

@@ -2,6 +2,7 @@
 
 #include "Automation/Codec.h"
 #include "Automation/MacroCodecs.h"
+#include "Automation/PresetCodecs.h"
 #include "DeckLink/DeckLinkModels.h"
 #include "Models/CanvasDocument.h"
 
@@ -359,6 +360,7 @@ const std::map<int, Codec> &codecs()
             entry<QJsonValue>(jsonCodec()),
         };
         all.merge(macroCodecs());
+        all.merge(presetCodecs());
         return all;
     }();
     return table;

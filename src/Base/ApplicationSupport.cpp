@@ -30,6 +30,11 @@ QString ApplicationSupport::settingsFile() const
     return directory() + QStringLiteral("/settings.json");
 }
 
+QString ApplicationSupport::templateDirectory() const
+{
+    return m_directory + QStringLiteral("/Templates");
+}
+
 QString ApplicationSupport::privateLibraryDirectory()
 {
     return QDir::cleanPath(QCoreApplication::applicationDirPath()

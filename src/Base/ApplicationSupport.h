@@ -16,6 +16,8 @@ public:
     /// Absolute, and made at the first asking, for the user's eyes only.
     QString directory() const;
     QString settingsFile() const;
+    /// The user's presets; not made by asking.
+    QString templateDirectory() const;
     /// Where drivers are looked for last, below the folder of the running program.
     static QString privateLibraryDirectory();
 

@@ -31,16 +31,20 @@ tl::expected<void, QString> sent(DeckLinkManager &manager, const DeckLinkFrameBu
 
 } // namespace
 
-AppState::AppState(Clock &clock, const ApplicationSupport &support)
+AppState::AppState(Clock &clock, const ApplicationSupport &support,
+                   const BuiltInPresets &builtInPresets)
     : m_clock(clock)
     , m_settings(support.settingsFile())
     , m_document(clock, defaultCanvasSize)
     , m_macros(clock, m_settings, &m_document)
     , m_macroRecorder(m_macros, m_document, clock)
     , m_history(m_document, clock, [this] { return m_macros.isRunning(); })
+    , m_presets(support, clock, builtInPresets)
     , m_realtimeClock(clock, m_document)
 {
     watchManagers();
+    connect(&m_presets, &PresetLibrary::userTextPresetsChanged, this,
+            &AppState::userTextPresetsChanged);
     ensureDistinctKeyDeviceSelection();
     syncKeyModeWithFillMode();
     updateRealtimeTimerText();
@@ -264,14 +268,43 @@ TextLayer *AppState::addTimerLayer()
     layer->setFieldKind(TemplateFieldKind::timer);
     m_document.addLayer(CanvasLayerItem(layer));
     updateRealtimeTimerText();
-    setLastExportURL(std::nullopt);
-    setLastErrorMessage(std::nullopt);
+    report({});
     return layer;
 }
 
 void AppState::updateRealtimeTimerText()
 {
     m_realtimeClock.update();
+}
+
+void AppState::saveTemplatePreset(const TextPreset &preset)
+{
+    report(m_presets.saveTemplatePreset(preset));
+}
+
+void AppState::deleteUserPreset(const TextPreset &preset)
+{
+    report(m_presets.deleteUserPreset(preset));
+}
+
+void AppState::snapshotDocument(const QString &name, const std::optional<QString> &existingID)
+{
+    snapshotDocument(&m_document, name, existingID);
+}
+
+void AppState::snapshotDocument(CanvasDocument *document, const QString &name,
+                                const std::optional<QString> &existingID)
+{
+    if (const auto preset = m_presets.snapshot(*document, name, existingID))
+        saveTemplatePreset(*preset);
+}
+
+void AppState::report(const tl::expected<void, QString> &outcome)
+{
+    if (!outcome)
+        return setLastErrorMessage(outcome.error());
+    setLastExportURL(std::nullopt);
+    setLastErrorMessage(std::nullopt);
 }
 
 } // namespace tessara

@@ -5,6 +5,7 @@
 #include "Core/Macros/MacroManager.h"
 #include "Core/Macros/MacroRecorder.h"
 #include "Core/OutputLoop.h"
+#include "Core/Presets/PresetLibrary.h"
 #include "Core/RealtimeClock.h"
 #include "DeckLink/DeckLinkManager.h"
 #include "Models/CanvasDocument.h"
@@ -39,12 +40,20 @@ class AppState : public QObject
         std::optional<QString> keyModeStatusText READ keyModeStatusText NOTIFY outputChanged FINAL)
     /// Ticks of the running output that the main thread was too busy to take.
     Q_PROPERTY(quint64 missedTicks READ missedTicks FINAL)
+    // The presets; every change of one list is told as a change of all.
+    Q_PROPERTY(QList<tessara::TextPreset> userTextPresets READ userTextPresets NOTIFY
+                   userTextPresetsChanged FINAL)
+    Q_PROPERTY(QList<tessara::TextPreset> systemPresets READ systemPresets NOTIFY
+                   userTextPresetsChanged FINAL)
+    Q_PROPERTY(QList<tessara::TextPreset> visibleUserTextPresets READ visibleUserTextPresets NOTIFY
+                   userTextPresetsChanged FINAL)
     /// Kept for scripts and logs; the windows show the managers' own messages.
     TESSARA_OBSERVABLE(std::optional<QString>, lastErrorMessage, setLastErrorMessage)
     TESSARA_OBSERVABLE(std::optional<QUrl>, lastExportURL, setLastExportURL)
 
 public:
-    AppState(Clock &clock, const ApplicationSupport &support);
+    AppState(Clock &clock, const ApplicationSupport &support,
+             const BuiltInPresets &builtInPresets = BuiltInPresets());
     ~AppState() override;
 
     CanvasDocument *document() { return &m_document; }
@@ -78,6 +87,21 @@ public:
     Q_INVOKABLE tessara::TextLayer *addTimerLayer();
     Q_INVOKABLE void updateRealtimeTimerText();
 
+    const TemplatePresetStore &templatePresetStore() const { return m_presets.store(); }
+    const QList<TextPreset> &userTextPresets() const { return m_presets.userTextPresets(); }
+    QList<TextPreset> systemPresets() const { return m_presets.systemPresets(); }
+    QList<TextPreset> visibleUserTextPresets() const { return m_presets.visibleUserTextPresets(); }
+    // Success clears `lastExportURL` and `lastErrorMessage`, a failure leaves its text there.
+    Q_INVOKABLE void saveTemplatePreset(const tessara::TextPreset &preset);
+    Q_INVOKABLE void deleteUserPreset(const tessara::TextPreset &preset);
+    /// Saves the content of a document as a preset, under an id of its own or over the preset with
+    /// the given one. A blank name saves nothing.
+    Q_INVOKABLE void snapshotDocument(tessara::CanvasDocument *document, const QString &name,
+                                      const std::optional<QString> &existingID);
+    /// Of the application's own document.
+    Q_INVOKABLE void snapshotDocument(const QString &name,
+                                      const std::optional<QString> &existingID);
+
     quint64 missedTicks() const { return m_outputLoop ? m_outputLoop->missedTicks() : 0; }
     /// Null while the output is stopped.
     const OutputLoop *outputLoop() const { return m_outputLoop.get(); }
@@ -86,8 +110,10 @@ signals:
     void deckLinkOutputRoutingChanged();
     /// A device, a mode, a message or the state of the output has changed.
     void outputChanged();
+    void userTextPresetsChanged();
 
 private:
+    void report(const tl::expected<void, QString> &outcome);
     void watchManagers();
     tl::expected<void, QString> startManagers();
     tl::expected<void, QString> startKeyAndFill();
@@ -103,6 +129,7 @@ private:
     MacroManager m_macros;
     MacroRecorder m_macroRecorder;
     DocumentHistory m_history;
+    PresetLibrary m_presets;
     RenderEngine m_renderEngine;
     DeckLinkManager m_fill;
     DeckLinkManager m_key;

@@ -8,8 +8,10 @@
 #include "Models/CanvasDocumentError.h"
 #include "Models/CanvasLayerItem.h"
 #include "Models/DocumentHooks.h"
+#include "Models/DynamicTemplateField.h"
 #include "Models/LayerTakes.h"
 #include "Models/PresetGroupTakes.h"
+#include "Models/Presets/TextPreset.h"
 
 #include <tl/expected.hpp>
 
@@ -133,6 +135,19 @@ public:
     Q_INVOKABLE void groupLayers(const QList<QUuid> &ids, const QString &name);
     Q_INVOKABLE void ungroupPreset(const QUuid &groupID);
     Q_INVOKABLE void selectPresetGroup(const QUuid &groupID);
+
+    // Presets and template fields
+    Q_INVOKABLE void addTextPreset(const tessara::TextPreset &preset);
+    QList<DynamicTemplateField> dynamicTemplateFields() const;
+    Q_INVOKABLE void setDynamicTemplateFieldValue(const QString &value, const QString &key);
+    tl::expected<void, CanvasDocumentError> replaceDynamicImageField(const QString &key,
+                                                                     const QUrl &url);
+    Q_INVOKABLE tessara::ImageLayerContentMode dynamicImageContentMode(const QString &key) const;
+    Q_INVOKABLE void setDynamicImageContentMode(tessara::ImageLayerContentMode mode,
+                                                const QString &key);
+    Q_INVOKABLE void nudgeDynamicImageCrop(const QString &key, double deltaX, double deltaY);
+    Q_INVOKABLE void resetDynamicImageCrop(const QString &key);
+    Q_INVOKABLE void adjustDynamicTemplateScore(const QString &key, int delta);
 
     // Takes; a layer of a group takes its whole group
     Q_INVOKABLE void takeLayerInNow(const QUuid &id);

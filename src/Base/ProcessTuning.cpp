@@ -1,6 +1,7 @@
 #include "Base/ProcessTuning.h"
 
 #include <malloc.h>
+#include <sched.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
@@ -13,6 +14,13 @@ void raiseThreadPriority()
     constexpr id_t thisThread = 0;
     setpriority(PRIO_PROCESS, thisThread, niceness);
     prctl(PR_SET_TIMERSLACK, timerSlack);
+}
+
+void lowerThreadPriority()
+{
+    constexpr pid_t thisThread = 0;
+    const sched_param parameters{};
+    sched_setscheduler(thisThread, SCHED_IDLE, &parameters);
 }
 
 void keepFreedMemory()

@@ -8,6 +8,9 @@ namespace tessara {
 /// was.
 void raiseThreadPriority();
 
+/// Runs this thread only on a processor that nobody else wants.
+void lowerThreadPriority();
+
 /// Keeps freed memory for the next frame: a freshly mapped one costs more in page faults than many
 /// a frame does in drawing. To be called before the first frame.
 void keepFreedMemory();

@@ -27,7 +27,7 @@ Codec presetListCodec()
     return {[](const QVariant &value) -> Encoded {
                 QJsonArray array;
                 for (const TextPreset &preset : value.value<QList<TextPreset>>()) {
-                    const Encoded element = encode(preset);
+                    Encoded element = encode(preset);
                     if (!element)
                         return element;
                     array.append(*element);

@@ -53,6 +53,7 @@ ScriptEngine::ScriptEngine(AppState &app)
     : m_app(app)
     , m_clock(app.clock())
     , m_frame(*app.document())
+    , m_presets(app)
 {
 }
 
@@ -125,6 +126,7 @@ tl::expected<QObject *, QString> ScriptEngine::target(const QString &name)
         {"runlist", m_app.runlist()},
         {"undo", m_app.undoStack()},
         {"macros", m_app.macros()},
+        {"presets", &m_presets},
         {"fill", m_app.deckLinkManager()},
         {"key", m_app.deckLinkKeyManager()},
         {"clock", &m_clock},

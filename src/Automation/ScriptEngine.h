@@ -4,6 +4,7 @@
 #include "Automation/ScriptCard.h"
 #include "Automation/ScriptClock.h"
 #include "Automation/ScriptFrame.h"
+#include "Automation/ScriptPresets.h"
 
 #include <QJsonObject>
 
@@ -31,6 +32,7 @@ private:
     ScriptClock m_clock;
     ScriptFrame m_frame;
     ScriptCard m_card;
+    ScriptPresets m_presets;
     bool m_allSucceeded = true;
 };
 

@@ -275,6 +275,15 @@ Codec addImageResultCodec()
             notReadable};
 }
 
+Codec fieldResultCodec()
+{
+    return {[](const QVariant &value) -> Encoded {
+                const auto result = value.value<CanvasDocument::FieldResult>();
+                return result ? Encoded(QJsonValue()) : tl::unexpected(text(result.error()));
+            },
+            notReadable};
+}
+
 Codec scriptResultCodec()
 {
     return {[](const QVariant &value) { return value.value<ScriptResult>(); }, notReadable};
@@ -356,6 +365,8 @@ const std::map<int, Codec> &codecs()
             entry<QMap<QUuid, QString>>(uuidMapCodec<QString>()),
             entry<QMap<QUuid, LayerRunSettings>>(uuidMapCodec<LayerRunSettings>()),
             entry<CanvasDocument::AddImageResult>(addImageResultCodec()),
+            entry<CanvasDocument::FieldResult>(fieldResultCodec()),
+            entry<QList<DynamicTemplateField>>(listCodec<DynamicTemplateField>()),
             entry<ScriptResult>(scriptResultCodec()),
             entry<QJsonValue>(jsonCodec()),
         };

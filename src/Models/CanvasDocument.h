@@ -11,6 +11,7 @@
 #include "Models/DynamicTemplateField.h"
 #include "Models/LayerTakes.h"
 #include "Models/PresetGroupTakes.h"
+#include "Models/Presets/PresetPictures.h"
 #include "Models/Presets/TextPreset.h"
 
 #include <tl/expected.hpp>
@@ -49,11 +50,15 @@ class CanvasDocument : public QObject
     /// 0 to 1, moved by a running take.
     Q_PROPERTY(QMap<QUuid, double> layerVisibility READ layerVisibility WRITE setLayerVisibility
                    NOTIFY layerVisibilityChanged FINAL)
+    /// What the operator fills in, by key; told by `changed()` alone.
+    Q_PROPERTY(QList<tessara::DynamicTemplateField> dynamicTemplateFields READ dynamicTemplateFields
+                   NOTIFY changed FINAL)
     Q_PROPERTY(QMap<QUuid, QString> presetGroupNames READ presetGroupNames NOTIFY
                    presetGroupsChanged FINAL)
 
 public:
     using AddImageResult = tl::expected<tessara::ImageLayer *, tessara::CanvasDocumentError>;
+    using FieldResult = tl::expected<std::monostate, tessara::CanvasDocumentError>;
 
     explicit CanvasDocument(Clock &clock, QSizeF size = {1920, 1080});
     ~CanvasDocument() override;
@@ -136,19 +141,6 @@ public:
     Q_INVOKABLE void ungroupPreset(const QUuid &groupID);
     Q_INVOKABLE void selectPresetGroup(const QUuid &groupID);
 
-    // Presets and template fields
-    Q_INVOKABLE void addTextPreset(const tessara::TextPreset &preset);
-    QList<DynamicTemplateField> dynamicTemplateFields() const;
-    Q_INVOKABLE void setDynamicTemplateFieldValue(const QString &value, const QString &key);
-    tl::expected<void, CanvasDocumentError> replaceDynamicImageField(const QString &key,
-                                                                     const QUrl &url);
-    Q_INVOKABLE tessara::ImageLayerContentMode dynamicImageContentMode(const QString &key) const;
-    Q_INVOKABLE void setDynamicImageContentMode(tessara::ImageLayerContentMode mode,
-                                                const QString &key);
-    Q_INVOKABLE void nudgeDynamicImageCrop(const QString &key, double deltaX, double deltaY);
-    Q_INVOKABLE void resetDynamicImageCrop(const QString &key);
-    Q_INVOKABLE void adjustDynamicTemplateScore(const QString &key, int delta);
-
     // Takes; a layer of a group takes its whole group
     Q_INVOKABLE void takeLayerInNow(const QUuid &id);
     Q_INVOKABLE void takeLayerOutNow(const QUuid &id);
@@ -181,6 +173,32 @@ public:
     Q_INVOKABLE void clearCueForPresetGroup(const QUuid &groupID);
     /// Takes all cued layers at once, each with its own transition, and ends their cues.
     Q_INVOKABLE void takeCues();
+
+    // Presets
+    /// Adds the preset's layers where it says, as a group of its own, on air and selected. Shapes
+    /// lie below pictures, and those below text.
+    Q_INVOKABLE void addTextPreset(const tessara::TextPreset &preset);
+    /// Decodes the preset's pictures ahead, beside the main thread.
+    Q_INVOKABLE void prefetchPictures(const tessara::TextPreset &preset);
+    /// A text that is a score field, in the middle of the canvas.
+    Q_INVOKABLE tessara::TextLayer *addScoreTextLayer();
+
+    // Template fields; a key names all layers that carry it. An unknown one does nothing.
+    QList<DynamicTemplateField> dynamicTemplateFields() const;
+    Q_INVOKABLE void setDynamicTemplateFieldValue(const QString &value, const QString &key);
+    /// Adds to the number in the field, down to 0; a text that is no number counts as 0.
+    Q_INVOKABLE void adjustDynamicTemplateScore(const QString &key, qint64 delta);
+    /// An error when the file is no picture; then no layer has changed.
+    Q_INVOKABLE FieldResult replaceDynamicImageField(const QString &key, const QUrl &url);
+    Q_INVOKABLE tessara::ImageLayerContentMode dynamicImageContentMode(const QString &key) const;
+    Q_INVOKABLE void setDynamicImageContentMode(tessara::ImageLayerContentMode mode,
+                                                const QString &key);
+    /// By fractions of the picture; only for pictures that fill their frame.
+    Q_INVOKABLE void nudgeDynamicImageCrop(const QString &key, double deltaX, double deltaY);
+    Q_INVOKABLE void resetDynamicImageCrop(const QString &key);
+    /// These go by the field key alone, whatever the layer's name and kind of field.
+    Q_INVOKABLE int textLayerCount(const QString &fieldKey) const;
+    Q_INVOKABLE void setTextValue(const QString &value, const QString &fieldKey);
 
     // Macros and history, which speak of a layer by its id and of its values by texts
     /// A key that the layer doesn't have and a value that can't be read change nothing.
@@ -258,6 +276,12 @@ private:
     }
     void removeCue(const QUuid &id);
     void removeCues(const QList<QUuid> &ids);
+    void addPresetImageLayer(const PresetImageEntry &entry, const Picture &picture,
+                             const QUuid &groupID);
+    void applyDefaultRunSettings(const QUuid &groupID, const TextPreset &preset);
+    QList<ImageLayer *> imageLayersOfField(const QString &key) const;
+    void fillSlot(ImageLayer &layer, const Picture &picture, const QUrl &url);
+    QList<TextLayer *> textLayersWithKey(const QString &fieldKey) const;
     void setPresetGroup(const QUuid &id, const std::optional<QUuid> &groupID);
     void forwardOwnNotices();
     Q_SLOT void notifyLayerChanged();
@@ -278,6 +302,7 @@ private:
     QSet<QUuid> m_selectedLayerIDs;
     QMap<QUuid, bool> m_cueTargets;
     QMap<QUuid, QString> m_presetGroupNames;
+    PresetPictures m_presetPictures;
     PresetGroupTakes m_groupTakes{*this};
     LayerTakes m_takes; // last: its tasks end before what they write
 };

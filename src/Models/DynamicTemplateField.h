@@ -7,6 +7,12 @@ namespace tessara {
 
 struct DynamicTemplateField
 {
+    Q_GADGET
+    Q_PROPERTY(QString key MEMBER key FINAL)
+    Q_PROPERTY(tessara::TemplateFieldKind kind MEMBER kind FINAL)
+    Q_PROPERTY(QString value MEMBER value FINAL)
+
+public:
     QString key; // its identity
     TemplateFieldKind kind = TemplateFieldKind::text;
     QString value;

@@ -1,5 +1,6 @@
 #include "Models/Picture.h"
 
+#include <QBuffer>
 #include <QImageReader>
 
 namespace tessara {
@@ -21,6 +22,20 @@ bool isTooLarge(QSize size)
     return size.width() > Picture::largestSide || size.height() > Picture::largestSide;
 }
 
+tl::expected<Picture, CanvasDocumentError> pictureFrom(QImageReader &reader)
+{
+    QImageReader::setAllocationLimit(largestMemory);
+    reader.setAutoTransform(true);
+    reader.setDecideFormatFromContent(true);
+    // Asked before decoding: a small file can claim a raster that no memory holds.
+    if (isTooLarge(reader.size()))
+        return tl::unexpected(CanvasDocumentError::invalidImage);
+    const QImage image = reader.read();
+    if (image.isNull() || isTooLarge(image.size()))
+        return tl::unexpected(CanvasDocumentError::invalidImage);
+    return Picture(image);
+}
+
 } // namespace
 
 Picture::Picture(const QImage &image)
@@ -38,17 +53,24 @@ Picture::Picture(const QImage &image)
 
 tl::expected<Picture, CanvasDocumentError> Picture::load(const QString &path)
 {
-    QImageReader::setAllocationLimit(largestMemory);
     QImageReader reader(path);
-    reader.setAutoTransform(true);
-    reader.setDecideFormatFromContent(true);
-    // Asked before decoding: a small file can claim a raster that no memory holds.
-    if (isTooLarge(reader.size()))
-        return tl::unexpected(CanvasDocumentError::invalidImage);
-    const QImage image = reader.read();
-    if (image.isNull() || isTooLarge(image.size()))
-        return tl::unexpected(CanvasDocumentError::invalidImage);
-    return Picture(image);
+    return pictureFrom(reader);
+}
+
+tl::expected<Picture, CanvasDocumentError> Picture::fromData(const QByteArray &data)
+{
+    QBuffer buffer;
+    buffer.setData(data);
+    QImageReader reader(&buffer);
+    return pictureFrom(reader);
+}
+
+qsizetype Picture::sizeInBytes() const
+{
+    qsizetype bytes = 0;
+    for (const QImage &level : m_levels)
+        bytes += level.sizeInBytes();
+    return bytes;
 }
 
 QImage Picture::levelFor(QSizeF drawnSize) const

@@ -27,6 +27,8 @@ public:
     /// PNG, JPEG, WebP, SVG, GIF (its first frame), TIFF and BMP; turned upright as its camera
     /// says.
     static tl::expected<Picture, CanvasDocumentError> load(const QString &path);
+    /// The same from a file's bytes.
+    static tl::expected<Picture, CanvasDocumentError> fromData(const QByteArray &data);
 
     bool isNull() const { return m_levels.empty(); }
     QSize size() const { return isNull() ? QSize() : m_levels.front().size(); }
@@ -34,6 +36,8 @@ public:
     QImage image() const { return isNull() ? QImage() : m_levels.front(); }
     /// The smallest level that is still as large as `drawnSize` on both axes, or nearly so.
     QImage levelFor(QSizeF drawnSize) const;
+    /// Of all levels.
+    qsizetype sizeInBytes() const;
 
     /// The same picture in memory.
     bool operator==(const Picture &other) const;

@@ -1,6 +1,7 @@
 #include "UI/LayerEditor.h"
 
 #include "Base/RawString.h"
+#include "Models/TemplateFields.h"
 #include "UI/KindLook.h"
 
 #include <QMetaProperty>
@@ -51,11 +52,6 @@ QVariant fromQml(const QMetaProperty &property, const QVariant &input)
     if (type == QMetaType::fromType<std::optional<TemplateFieldKind>>())
         return QVariant::fromValue(fromRawString<TemplateFieldKind>(input.toString()));
     return input;
-}
-
-QString normalizedFieldKey(const QString &key)
-{
-    return key.trimmed().toLower().replace(QLatin1Char(' '), QLatin1Char('_'));
 }
 
 } // namespace

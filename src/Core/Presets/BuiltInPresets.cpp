@@ -7,6 +7,11 @@
 
 #include <cstdio>
 
+static void initialisePresetResource()
+{
+    Q_INIT_RESOURCE(presets);
+}
+
 namespace tessara {
 
 const QString BuiltInPresets::resourceFile = QStringLiteral(":/BuiltInPresets.json");
@@ -24,6 +29,7 @@ tl::expected<QList<TextPreset>, QString> presetsIn(QFile &file)
 
 QList<TextPreset> BuiltInPresets::bundlePresets() const
 {
+    initialisePresetResource();
     QFile file(m_file);
     if (!file.exists())
         return {};

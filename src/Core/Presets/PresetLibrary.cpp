@@ -66,7 +66,7 @@ QList<TextPreset> PresetLibrary::visibleUserTextPresets() const
 
 tl::expected<void, QString> PresetLibrary::saveTemplatePreset(const TextPreset &preset)
 {
-    if (const auto saved = m_store.save(preset); !saved)
+    if (auto saved = m_store.save(preset); !saved)
         return saved;
     const auto presets = m_store.loadAll();
     if (!presets)
@@ -77,7 +77,7 @@ tl::expected<void, QString> PresetLibrary::saveTemplatePreset(const TextPreset &
 
 tl::expected<void, QString> PresetLibrary::deleteUserPreset(const TextPreset &preset)
 {
-    if (const auto removed = m_store.remove(preset); !removed)
+    if (auto removed = m_store.remove(preset); !removed)
         return removed;
     setUserTextPresets(m_store.loadAll().value_or(QList<TextPreset>()));
     return {};

@@ -70,7 +70,7 @@ tl::expected<QList<TextPreset>, QString> TemplatePresetStore::loadAll() const
 
 tl::expected<void, QString> TemplatePresetStore::save(const TextPreset &preset) const
 {
-    if (const auto made = makeDirectory(); !made)
+    if (auto made = makeDirectory(); !made)
         return made;
     const auto bytes = encodePreset(preset);
     if (!bytes)

@@ -226,7 +226,7 @@ template <typename Value>
 Written writeNumbers(const Value &value, std::initializer_list<double> numbers)
 {
     for (const double number : numbers) {
-        if (const Written written = write(number); !written)
+        if (Written written = write(number); !written)
             return written;
     }
     return QJsonValue(geometryToJson(value));

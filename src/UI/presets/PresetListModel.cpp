@@ -65,6 +65,12 @@ void PresetListModel::refresh()
     emit presetsChanged();
 }
 
+void PresetListModel::prepare(int row)
+{
+    if (row >= 0 && row < count())
+        m_app.document()->prefetchPictures(m_rows[row].preset);
+}
+
 void PresetListModel::apply(int row)
 {
     if (row >= 0 && row < count())

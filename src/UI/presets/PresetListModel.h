@@ -45,6 +45,8 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     Q_INVOKABLE void refresh();
+    /// Makes ready what applying that row will want, so that it takes no time.
+    Q_INVOKABLE void prepare(int row);
     /// Adds the layers of that row's preset to the document. No such row adds none.
     Q_INVOKABLE void apply(int row);
 

@@ -11,16 +11,15 @@ Rectangle {
     property bool isSelected: false
     property bool isLive: false
     signal selected()
+    signal approached() // it may be applied soon
     signal applied()
-
-    function focusPicture() { picture.forceActiveFocus(Qt.TabFocusReason) }
 
     readonly property int foot: 86
 
     radius: 10
     color: hover.hovered || isSelected ? TS.bg3 : TS.bg2
 
-    HoverHandler { id: hover }
+    HoverHandler { id: hover; onHoveredChanged: if (hovered) root.approached() }
     AbstractButton {
         id: picture
 
@@ -31,7 +30,7 @@ Rectangle {
         Accessible.name: root.presetName
         Accessible.selected: root.isSelected
         onClicked: root.selected()
-        onActiveFocusChanged: if (activeFocus) root.selected()
+        onActiveFocusChanged: if (activeFocus) { root.selected(); root.approached() }
 
         background: Item {
             Rectangle { // the picture's own ground, until it has come

@@ -105,6 +105,7 @@ TSSheet {
                     isSelected: cell.GridView.isCurrentItem
                     isLive: root.isLive
                     onSelected: grid.currentIndex = cell.index
+                    onApproached: root.presets.prepare(cell.index)
                     onApplied: root.apply(cell.index)
                 }
             }

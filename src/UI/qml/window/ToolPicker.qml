@@ -69,8 +69,8 @@ Rectangle {
                 onClicked: {
                     if (!modelData.run)
                         return shapeMenu.popup(tool, tool.width + 6, 0)
+                    root.isOpen = false // and takes the focus along, which a sheet then gets
                     modelData.run()
-                    root.isOpen = false
                 }
                 Keys.onReturnPressed: clicked()
                 Keys.onRightPressed: if (!modelData.run) clicked()

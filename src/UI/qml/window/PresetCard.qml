@@ -12,6 +12,7 @@ Rectangle {
     property bool isLive: false
     signal selected()
     signal approached() // it may be applied soon
+    signal reached() // by the keyboard
     signal applied()
 
     readonly property int foot: 86
@@ -30,7 +31,7 @@ Rectangle {
         Accessible.name: root.presetName
         Accessible.selected: root.isSelected
         onClicked: root.selected()
-        onActiveFocusChanged: if (activeFocus) { root.selected(); root.approached() }
+        onActiveFocusChanged: if (activeFocus) { root.selected(); root.approached(); root.reached() }
 
         background: Item {
             Rectangle { // the picture's own ground, until it has come

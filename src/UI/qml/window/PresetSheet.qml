@@ -37,7 +37,7 @@ TSSheet {
             TSSegmented {
                 objectName: "presetTabs"
                 Layout.fillWidth: false
-                Layout.preferredWidth: implicitWidth + 48
+                Layout.preferredWidth: 260 // the count changes sides, and nothing else moves
                 label: qsTr("Presets")
                 options: [
                     { value: "mine", label: qsTr("My Presets"), icon: "folder",
@@ -86,6 +86,7 @@ TSSheet {
             cellHeight: Math.round((cellWidth - space) * 9 / 16) + 86 + space
             boundsBehavior: Flickable.StopAtBounds
             currentIndex: -1
+            highlightFollowsCurrentItem: false // a click moves nothing from under the pointer
             model: root.presets
             ScrollBar.vertical: ScrollBar {}
             delegate: Item {
@@ -106,6 +107,7 @@ TSSheet {
                     isLive: root.isLive
                     onSelected: grid.currentIndex = cell.index
                     onApproached: root.presets.prepare(cell.index)
+                    onReached: grid.positionViewAtIndex(cell.index, GridView.Contain)
                     onApplied: root.apply(cell.index)
                 }
             }

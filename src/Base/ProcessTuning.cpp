@@ -1,7 +1,6 @@
 #include "Base/ProcessTuning.h"
 
 #include <malloc.h>
-#include <sched.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
@@ -18,9 +17,9 @@ void raiseThreadPriority()
 
 void lowerThreadPriority()
 {
-    constexpr pid_t thisThread = 0;
-    const sched_param parameters{};
-    sched_setscheduler(thisThread, SCHED_IDLE, &parameters);
+    constexpr int niceness = 5; // of -20 to 19
+    constexpr id_t thisThread = 0;
+    setpriority(PRIO_PROCESS, thisThread, niceness);
 }
 
 void keepFreedMemory()

@@ -8,7 +8,8 @@ namespace tessara {
 /// was.
 void raiseThreadPriority();
 
-/// Runs this thread only on a processor that nobody else wants.
+/// Runs this thread after ordinary ones, and yet soon enough that none of them waits long for what
+/// it holds: a lock on the fonts, or threads of the platform that it has started.
 void lowerThreadPriority();
 
 /// Keeps freed memory for the next frame: a freshly mapped one costs more in page faults than many

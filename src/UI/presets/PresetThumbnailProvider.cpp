@@ -3,9 +3,13 @@
 #include "Base/ProcessTuning.h"
 #include "Rendering/PresetDrawing.h"
 
+#include <QElapsedTimer>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRunnable>
+#include <QThread>
+
+#include <algorithm>
 
 namespace tessara {
 
@@ -28,6 +32,27 @@ QImage withRoundedTop(const QImage &picture, double radius)
     painter.drawPath(outline);
     return rounded;
 }
+
+// Rests after each piece of work for some times as long as that took, so that output and windows
+// find a processor at once and the fonts unlocked. A thread that ran only when nobody else wanted to
+// would hold what it has locked until then.
+class Pace
+{
+public:
+    Pace() { m_working.start(); }
+
+    void rest()
+    {
+        constexpr qint64 restPerWork = 4;
+        constexpr qint64 longest = 100'000; // us
+        const qint64 worked = m_working.nsecsElapsed() / 1000;
+        QThread::usleep(std::min(restPerWork * worked, longest));
+        m_working.start();
+    }
+
+private:
+    QElapsedTimer m_working;
+};
 
 // The picture that a window waits for. It may be gone before the drawing ends.
 class Response : public QQuickImageResponse
@@ -88,7 +113,11 @@ private:
         const auto preset = m_thumbnails->preset(parts.value(0).toInt());
         if (!kept.isNull() || !preset)
             return kept;
-        const auto isWanted = [this] { return *m_isOpen && *m_isWanted; };
+        Pace pace;
+        const auto isWanted = [&] {
+            pace.rest();
+            return *m_isOpen && *m_isWanted;
+        };
         const QImage drawn = isWanted() ? drawPreset(*preset, m_size, isWanted) : QImage();
         if (drawn.isNull())
             return {};
@@ -111,7 +140,6 @@ PresetThumbnailProvider::PresetThumbnailProvider(std::shared_ptr<PresetThumbnail
 {
     m_thread.setMaxThreadCount(1);
     m_thread.setExpiryTimeout(-1); // the fonts that it has opened stay open
-    m_thread.setThreadPriority(QThread::IdlePriority);
 }
 
 PresetThumbnailProvider::~PresetThumbnailProvider()

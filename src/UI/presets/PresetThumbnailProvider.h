@@ -12,8 +12,8 @@
 namespace tessara {
 
 /// "image://presets/NUMBER/CORNER": NUMBER is that of the content in `PresetThumbnails`, CORNER the
-/// radius of the upper corners in pixels of the picture. One thread draws one picture at a time,
-/// and only while a processor has nothing else to do; what scrolls out of sight is given up.
+/// radius of the upper corners in pixels of the picture. One thread draws one picture at a time, a
+/// layer at a time, and rests most of the time; what scrolls out of sight is given up.
 class PresetThumbnailProvider : public QQuickAsyncImageProvider
 {
 public:

@@ -124,8 +124,8 @@ TEST_F(PresetSheetTest, APictureIsThatOfItsPreset)
     ASSERT_TRUE(until([this] { return areThumbnailsThere(); }));
 
     ASSERT_EQ(cards().size(), 1);
-    const QQuickItem *picture = inCard(QStringLiteral("Full-Screen Title"),
-                                       QStringLiteral("presetPicture"));
+    const QQuickItem *picture =
+        inCard(QStringLiteral("Full-Screen Title"), QStringLiteral("presetPicture"));
     ASSERT_TRUE(picture);
     const QRect area = picture->mapRectToScene(picture->boundingRect()).toRect();
     const QImage seen = window->grabWindow().copy(area);

@@ -34,8 +34,8 @@ QImage withRoundedTop(const QImage &picture, double radius)
 }
 
 // Rests after each piece of work for some times as long as that took, so that output and windows
-// find a processor at once and the fonts unlocked. A thread that ran only when nobody else wanted to
-// would hold what it has locked until then.
+// find a processor at once and the fonts unlocked. A thread that ran only when nobody else wanted
+// to would hold what it has locked until then.
 class Pace
 {
 public:
@@ -106,8 +106,8 @@ signals:
 private:
     QImage picture() const
     {
-        const QString key = QStringLiteral("%1@%2x%3").arg(m_id).arg(m_size.width()).arg(
-            m_size.height());
+        const QString key =
+            QStringLiteral("%1@%2x%3").arg(m_id).arg(m_size.width()).arg(m_size.height());
         const QImage kept = m_thumbnails->picture(key);
         const QStringList parts = m_id.split(QLatin1Char('/'));
         const auto preset = m_thumbnails->preset(parts.value(0).toInt());

@@ -49,15 +49,21 @@ QRectF textBounds(const TextLayer &layer, TextBlockCache &texts)
     return {layer.position() - QPointF(left, 0), size};
 }
 
-void drawText(QPainter &painter, const CanvasDocument &document, const TextLayer &layer,
-              double runOpacity, TextBlockCache &texts)
+/// Where in its transition a layer is.
+struct RunState
+{
+    QPointF offset{};
+    double opacity = 1;
+};
+
+void drawText(QPainter &painter, const TextLayer &layer, const RunState &run, TextBlockCache &texts)
 {
     const SizedFont font = layer.resolvedFont(layer.fontSize(), QFont::DemiBold);
     const TextPaint paint{layer.color().color(), layer.outlineColor().color(), outlineWidth(layer)};
     const TextLayerHorizontalAlignment alignment = layer.horizontalAlignment();
-    const QPointF anchor = layer.position() + offsetOf(document, layer);
+    const QPointF anchor = layer.position() + run.offset;
     const auto line = texts.block(layer.text(), font, alignment);
-    painter.setOpacity(runOpacity);
+    painter.setOpacity(run.opacity);
     if (const std::optional<QSizeF> given = layer.textBoxSize()) {
         const QSizeF box = given->expandedTo({1, 1});
         const auto wrapped = texts.block(layer.text(), font, alignment, box.width());
@@ -70,12 +76,11 @@ void drawText(QPainter &painter, const CanvasDocument &document, const TextLayer
     line->draw(painter, {anchor.x() - left, anchor.y()}, paint);
 }
 
-void drawImage(QPainter &painter, const CanvasDocument &document, const ImageLayer &layer,
-               double runOpacity)
+void drawImage(QPainter &painter, const ImageLayer &layer, const RunState &run)
 {
-    const double opacity = layer.opacity() * runOpacity;
+    const double opacity = layer.opacity() * run.opacity;
     painter.setOpacity(std::isfinite(opacity) ? opacity : 0);
-    drawPicture(painter, layer, layer.frame().translated(offsetOf(document, layer)));
+    drawPicture(painter, layer, layer.frame().translated(run.offset));
 }
 
 QPainterPath mirroredTopToBottom(const QPainterPath &path, const QRectF &box)
@@ -84,30 +89,28 @@ QPainterPath mirroredTopToBottom(const QPainterPath &path, const QRectF &box)
 }
 
 // The opacities go into the colour, so that nothing else in the painter fades.
-void drawShape(QPainter &painter, const CanvasDocument &document, const ShapeLayer &layer,
-               double runOpacity, DrawingStyle style)
+void drawShape(QPainter &painter, const ShapeLayer &layer, const RunState &run, DrawingStyle style)
 {
-    const QRectF box = layer.frame().translated(offsetOf(document, layer));
+    const QRectF box = layer.frame().translated(run.offset);
     RGBAColor color = layer.color();
-    color.alpha *= layer.opacity() * runOpacity;
+    color.alpha *= layer.opacity() * run.opacity;
     const QPainterPath upright = layer.outline().path(box);
     painter.fillPath(style == DrawingStyle::frame ? mirroredTopToBottom(upright, box) : upright,
                      color.color());
 }
 
-void drawScore(QPainter &painter, const CanvasDocument &document, const ScoreLayer &layer,
-               double runOpacity, TextBlockCache &texts)
+void drawScore(QPainter &painter, const ScoreLayer &layer, const RunState &run,
+               TextBlockCache &texts)
 {
-    drawScoreBar(painter, layer, layer.frame().translated(offsetOf(document, layer)), runOpacity,
-                 texts);
+    drawScoreBar(painter, layer, layer.frame().translated(run.offset), run.opacity, texts);
 }
 
 // A countdown fades and never slides.
-void drawCountdown(QPainter &painter, const CanvasDocument &document, const CountdownLayer &layer,
-                   double opacity, TextBlockCache &texts)
+void drawCountdown(QPainter &painter, const CountdownLayer &layer, double opacity,
+                   TextBlockCache &texts)
 {
     const QRectF box = layer.frame();
-    if (!(opacity > LayerTakes::leastVisibility) || document.size().isEmpty() || box.isEmpty())
+    if (!(opacity > LayerTakes::leastVisibility) || box.isEmpty())
         return;
     painter.setOpacity(opacity);
     if (layer.showBackground()) {
@@ -125,6 +128,28 @@ void drawCountdown(QPainter &painter, const CanvasDocument &document, const Coun
 double unit(double value)
 {
     return std::isfinite(value) ? std::clamp(value, 0.0, 1.0) : 0;
+}
+
+void drawLayer(QPainter &painter, const CanvasLayerItem &item, const RunState &run,
+               DrawingStyle style, TextBlockCache &texts)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    std::visit(
+        Overloaded{
+            [&](const TextLayer *text) { drawText(painter, *text, run, texts); },
+            [&](const ImageLayer *image) { drawImage(painter, *image, run); },
+            [&](const ShapeLayer *shape) { drawShape(painter, *shape, run, style); },
+            [&](const ScoreLayer *score) { drawScore(painter, *score, run, texts); },
+            [](const WebLayer *) {},
+            [](const Model3DLayer *) {},
+            [](const WindowCaptureLayer *) {},
+            [&](const CountdownLayer *countdown) {
+                drawCountdown(painter, *countdown, unit(countdown->opacity()) * run.opacity, texts);
+            },
+        },
+        item);
+    painter.restore();
 }
 
 } // namespace
@@ -147,28 +172,16 @@ QRectF drawnBounds(const CanvasLayerItem &item, TextBlockCache &texts)
 void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,
                double runOpacity, DrawingStyle style, TextBlockCache &texts)
 {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    std::visit(
-        Overloaded{
-            [&](const TextLayer *text) { drawText(painter, document, *text, runOpacity, texts); },
-            [&](const ImageLayer *image) { drawImage(painter, document, *image, runOpacity); },
-            [&](const ShapeLayer *shape) {
-                drawShape(painter, document, *shape, runOpacity, style);
-            },
-            [&](const ScoreLayer *score) {
-                drawScore(painter, document, *score, runOpacity, texts);
-            },
-            [](const WebLayer *) {},
-            [](const Model3DLayer *) {},
-            [](const WindowCaptureLayer *) {},
-            [&](const CountdownLayer *countdown) {
-                drawCountdown(painter, document, *countdown,
-                              unit(countdown->opacity()) * runOpacity, texts);
-            },
-        },
-        item);
-    painter.restore();
+    const bool isCountdown = std::holds_alternative<CountdownLayer *>(item);
+    if (isCountdown && document.size().isEmpty())
+        return;
+    drawLayer(painter, item, {offsetOf(document, *layerOf(item)), runOpacity}, style, texts);
+}
+
+void drawLayer(QPainter &painter, const CanvasLayerItem &item, DrawingStyle style,
+               TextBlockCache &texts)
+{
+    drawLayer(painter, item, RunState(), style, texts);
 }
 
 } // namespace tessara

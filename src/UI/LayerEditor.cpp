@@ -1,6 +1,7 @@
 #include "UI/LayerEditor.h"
 
 #include "Base/RawString.h"
+#include "Models/TemplateFields.h"
 #include "UI/KindLook.h"
 
 #include <QMetaProperty>
@@ -28,6 +29,10 @@ QVariant toQml(const QMetaProperty &property, const QVariant &value)
         const auto text = value.value<std::optional<QString>>();
         return text ? QVariant(*text) : QVariant();
     }
+    if (type == QMetaType::fromType<std::optional<TemplateFieldKind>>()) {
+        const auto kind = value.value<std::optional<TemplateFieldKind>>();
+        return kind ? QVariant(rawString(*kind)) : QVariant();
+    }
     return value;
 }
 
@@ -44,6 +49,8 @@ QVariant fromQml(const QMetaProperty &property, const QVariant &input)
     if (type == QMetaType::fromType<std::optional<QString>>())
         return QVariant::fromValue(input.toString().isEmpty() ? std::optional<QString>()
                                                               : std::optional(input.toString()));
+    if (type == QMetaType::fromType<std::optional<TemplateFieldKind>>())
+        return QVariant::fromValue(fromRawString<TemplateFieldKind>(input.toString()));
     return input;
 }
 
@@ -186,6 +193,29 @@ void LayerEditor::applySportPreset()
 {
     if (auto *score = qobject_cast<ScoreLayer *>(m_layer.data()))
         score->applySportPreset();
+}
+
+void LayerEditor::setDynamicField(bool isField)
+{
+    auto *text = qobject_cast<TextLayer *>(m_layer.data());
+    if (!text)
+        return;
+    if (!isField) {
+        text->setFieldKind(std::nullopt);
+        text->setFieldKey(std::nullopt);
+        return;
+    }
+    if (!text->fieldKind())
+        text->setFieldKind(TemplateFieldKind::text);
+    if (text->fieldKey().value_or(QString()).isEmpty())
+        text->setFieldKey(normalizedFieldKey(text->name().isEmpty() ? QStringLiteral("field")
+                                                                    : text->name()));
+}
+
+void LayerEditor::setFieldKey(const QString &typed)
+{
+    if (auto *text = qobject_cast<TextLayer *>(m_layer.data()))
+        text->setFieldKey(normalizedFieldKey(typed));
 }
 
 CountdownLayer *LayerEditor::countdown() const

@@ -21,6 +21,10 @@ class LayerEditor : public QQmlPropertyMap
 public:
     explicit LayerEditor(CanvasDocument &document);
 
+    /// For texts: makes one a template field, or no longer.
+    Q_INVOKABLE void setDynamicField(bool isField);
+    /// Stored as keys are compared: trimmed, in small letters, without blanks.
+    Q_INVOKABLE void setFieldKey(const QString &typed);
     /// For countdowns.
     Q_INVOKABLE void startCountdown();
     Q_INVOKABLE void pauseCountdown();

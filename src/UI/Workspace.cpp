@@ -35,6 +35,8 @@ Workspace::Workspace(AppState &app)
     , m_entries(*app.document(), *app.runlist())
     , m_editor(*app.document())
     , m_output(app)
+    , m_presets(app)
+    , m_templateFields(*app.document(), app.settings())
     , m_keys(app)
 {
     connect(&m_output, &OutputModel::changed, this, &Workspace::isLiveChanged);

@@ -5,6 +5,8 @@
 #include "UI/EntryListModel.h"
 #include "UI/LayerEditor.h"
 #include "UI/OutputModel.h"
+#include "UI/presets/PresetListModel.h"
+#include "UI/presets/TemplateFieldModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -30,6 +32,8 @@ class Workspace : public QObject
     Q_PROPERTY(tessara::UndoStack *undoStack READ undoStack CONSTANT FINAL)
     Q_PROPERTY(QObject *editor READ editor CONSTANT FINAL)
     Q_PROPERTY(tessara::OutputModel *output READ output CONSTANT FINAL)
+    Q_PROPERTY(tessara::PresetListModel *presets READ presets CONSTANT FINAL)
+    Q_PROPERTY(tessara::TemplateFieldModel *templateFields READ templateFields CONSTANT FINAL)
     /// What is shown here is seen by others now.
     Q_PROPERTY(bool isLive READ isLive NOTIFY isLiveChanged FINAL)
     Q_PROPERTY(QSizeF canvasSize READ canvasSize NOTIFY canvasSizeChanged FINAL)
@@ -48,6 +52,8 @@ public:
     UndoStack *undoStack() const;
     QObject *editor() { return &m_editor; }
     OutputModel *output() { return &m_output; }
+    PresetListModel *presets() { return &m_presets; }
+    TemplateFieldModel *templateFields() { return &m_templateFields; }
     bool isLive() const;
     QSizeF canvasSize() const;
     QString pictureError() const { return m_pictureError; }
@@ -79,6 +85,8 @@ private:
     EntryListModel m_entries;
     LayerEditor m_editor;
     OutputModel m_output;
+    PresetListModel m_presets;
+    TemplateFieldModel m_templateFields;
     ApplicationKeys m_keys;
     QString m_pictureError;
 };

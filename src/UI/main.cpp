@@ -11,6 +11,7 @@
 #include "UI/RunlistWindowController.h"
 #include "UI/WindowEngine.h"
 #include "UI/Workspace.h"
+#include "UI/presets/PresetThumbnailProvider.h"
 
 Q_IMPORT_QML_PLUGIN(TessaraPlugin)
 
@@ -41,6 +42,8 @@ int main(int argc, char **argv)
     AppState app(clock, support);
     Workspace workspace(app);
     WindowEngine engine([&app] { return app.isDeckLinkOutputRunning(); });
+    engine.addImageProvider(QStringLiteral("presets"),
+                            new PresetThumbnailProvider(workspace.presets()->thumbnails()));
     if (!engine.show(QStringLiteral("MainWindow"),
                      {{QStringLiteral("workspace"), QVariant::fromValue(&workspace)}}))
         return 1;

@@ -89,5 +89,65 @@ TEST_F(LayerEditorTest, ShowsWhatTheLayerDoesByItself)
     EXPECT_FALSE(countdown->isRunning());
 }
 
+TEST_F(LayerEditorTest, ATextBecomesAFieldUnderItsNameAndNoLongerOne)
+{
+    TextLayer *text = document.addTextLayer();
+    text->setName(QStringLiteral("Home Score "));
+
+    editor.setDynamicField(true);
+    EXPECT_EQ(text->fieldKind(), TemplateFieldKind::text);
+    EXPECT_EQ(text->fieldKey(), QStringLiteral("home_score"));
+    EXPECT_EQ(value("fieldKind"), QStringLiteral("text"));
+
+    editor.setDynamicField(false);
+    EXPECT_EQ(text->fieldKind(), std::nullopt);
+    EXPECT_EQ(text->fieldKey(), std::nullopt);
+    EXPECT_FALSE(value("fieldKind").isValid());
+}
+
+TEST_F(LayerEditorTest, AFieldKeepsTheTypeAndTheKeyThatItHas)
+{
+    TextLayer *text = document.addTextLayer();
+    text->setFieldKind(TemplateFieldKind::score);
+    text->setFieldKey(QStringLiteral("Away"));
+
+    editor.setDynamicField(true);
+
+    EXPECT_EQ(text->fieldKind(), TemplateFieldKind::score);
+    EXPECT_EQ(text->fieldKey(), QStringLiteral("Away"));
+}
+
+TEST_F(LayerEditorTest, ANamelessTextBecomesTheFieldField)
+{
+    TextLayer *text = document.addTextLayer();
+    text->setName({});
+    text->setFieldKey(QString());
+
+    editor.setDynamicField(true);
+
+    EXPECT_EQ(text->fieldKey(), QStringLiteral("field"));
+}
+
+TEST_F(LayerEditorTest, AKeyIsStoredNormalizedAndAnEmptyOneIsKept)
+{
+    TextLayer *text = document.addTextLayer();
+
+    editor.setFieldKey(QStringLiteral(" Away Score "));
+    EXPECT_EQ(text->fieldKey(), QStringLiteral("away_score"));
+
+    editor.setFieldKey(QString());
+    EXPECT_EQ(text->fieldKey(), QString());
+}
+
+TEST_F(LayerEditorTest, TheTypeOfAFieldIsWrittenByItsName)
+{
+    TextLayer *text = document.addTextLayer();
+
+    write("fieldKind", QStringLiteral("timer"));
+
+    EXPECT_EQ(text->fieldKind(), TemplateFieldKind::timer);
+    EXPECT_EQ(value("fieldKind"), QStringLiteral("timer"));
+}
+
 } // namespace
 } // namespace tessara

@@ -2,6 +2,7 @@
 
 #include "Core/VirtualCardChannel.h"
 #include "DeckLink/VirtualCard.h"
+#include "UI/presets/PresetThumbnailProvider.h"
 
 #include <QDir>
 #include <QTest>
@@ -36,6 +37,8 @@ WindowFixture::WindowFixture()
     app = std::make_unique<AppState>(clock, support);
     workspace = std::make_unique<Workspace>(*app);
     engine = std::make_unique<WindowEngine>();
+    engine->addImageProvider(QStringLiteral("presets"),
+                             new PresetThumbnailProvider(workspace->presets()->thumbnails()));
     document = app->document();
     const bool isShown =
         engine->show(QStringLiteral("MainWindow"),

@@ -23,6 +23,7 @@ Column {
     TSText {
         visible: text !== ""
         anchors.horizontalCenter: parent.horizontalCenter
+        horizontalAlignment: Text.AlignHCenter
         text: root.hint
         font: TS.hint
         color: TS.labelSub

@@ -7,7 +7,7 @@ FocusScope {
     id: root
 
     required property string label
-    required property var options // [{value, label, icon}]
+    required property var options // [{value, label, icon, badge}]
     required property var value
     signal chosen(var value)
 
@@ -82,7 +82,15 @@ FocusScope {
                             name: segment.modelData.icon ?? ""
                             size: 14
                         }
-                        TSText { text: segment.text; font: TS.section }
+                        TSText {
+                            anchors.verticalCenter: parent.verticalCenter
+                            text: segment.text
+                            font: TS.section
+                        }
+                        TSPillBadge {
+                            visible: segment.modelData.badge !== undefined
+                            text: segment.modelData.badge ?? ""
+                        }
                     }
                 }
             }

@@ -7,9 +7,10 @@ Rectangle {
 
     required property string value
     required property string label
+    property real leastHeight: 58
     signal edited(string text)
 
-    implicitHeight: Math.min(Math.max(58, area.contentHeight + 18), 118)
+    implicitHeight: Math.min(Math.max(leastHeight, area.contentHeight + 18), 118)
     radius: TS.radius
     color: TS.bg0
     border.width: area.activeFocus ? 2 : 1

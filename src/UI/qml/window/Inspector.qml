@@ -13,6 +13,8 @@ Rectangle {
     readonly property string kind: editor.kindName
     readonly property bool isGroup: kind === "group"
     readonly property bool isEdited: isGroup || (kind !== "" && !editor.isLocked)
+    readonly property bool isLayer: isEdited && !isGroup
+    readonly property bool hasFields: workspace.templateFields.count > 0
 
     color: TS.bg1
 
@@ -69,7 +71,7 @@ Rectangle {
 
             Layout.fillWidth: true
             Layout.fillHeight: true
-            visible: root.isEdited
+            visible: root.isEdited || root.hasFields
             clip: true
             contentHeight: panels.implicitHeight + 16
             boundsBehavior: Flickable.StopAtBounds
@@ -83,8 +85,22 @@ Rectangle {
                 width: scroller.width - 2 * TS.panelPadding
                 spacing: 2
 
+                TemplateFields {
+                    objectName: "templateFields"
+                    visible: root.hasFields
+                    Layout.fillWidth: true
+                    fields: root.workspace.templateFields
+                }
+                TSDivider { visible: root.hasFields }
+                EmptyInspector {
+                    visible: root.hasFields && !root.isEdited
+                    Layout.fillWidth: true
+                    Layout.preferredHeight: 180
+                    isLocked: root.kind !== "" && !root.isEdited
+                    selectionCount: root.editor.selectionCount ?? 0
+                }
                 TSFieldRow {
-                    visible: !root.isGroup
+                    visible: root.isLayer
                     label: qsTr("Name")
                     TSTextField {
                         objectName: "nameField"
@@ -94,15 +110,15 @@ Rectangle {
                         onEdited: (text) => root.editor.name = text
                     }
                 }
-                TSDivider { visible: !root.isGroup }
+                TSDivider { visible: root.isLayer }
                 Loader {
                     Layout.fillWidth: true
                     sourceComponent: root.isEdited ? root.panelFor(root.kind) : null
                 }
-                TSDivider { visible: !root.isGroup }
-                TSSectionHeader { visible: !root.isGroup; text: qsTr("Position") }
+                TSDivider { visible: root.isLayer }
+                TSSectionHeader { visible: root.isLayer; text: qsTr("Position") }
                 TSNumberPair {
-                    visible: !root.isGroup
+                    visible: root.isLayer
                     firstLabel: "X"
                     secondLabel: "Y"
                     first: root.editor.position?.x ?? 0
@@ -113,7 +129,7 @@ Rectangle {
             }
         }
         EmptyInspector {
-            visible: !root.isEdited
+            visible: !root.isEdited && !root.hasFields
             Layout.fillWidth: true
             Layout.fillHeight: true
             isLocked: root.kind !== "" && root.editor.isLocked

@@ -11,8 +11,11 @@ Rectangle {
     property bool isRunlistLocked: false
     property bool requireTakeBeforeOnAir: false
     signal groupRequested()
+    signal presetsRequested()
 
     readonly property bool isRunlist: mode === "runlist"
+
+    function focusToolButton() { toolButton.forceActiveFocus() }
 
     color: TS.bg1
 
@@ -61,6 +64,7 @@ Rectangle {
             Layout.fillWidth: true
             workspace: root.workspace
             onIsOpenChanged: if (!isOpen) toolButton.forceActiveFocus()
+            onPresetsRequested: root.presetsRequested()
         }
         TSBanner {
             objectName: "pictureError"

@@ -38,11 +38,13 @@ TSWindow {
             spacing: 0
 
             LayersPanel {
+                id: layersPanel
                 objectName: "layersPanel"
                 Layout.preferredWidth: root.isWide ? 296 : 280
                 Layout.fillHeight: true
                 workspace: root.workspace
                 onGroupRequested: groupSheet.open()
+                onPresetsRequested: presetSheet.open()
             }
             Rectangle { Layout.fillHeight: true; implicitWidth: 1; color: TS.border }
             CanvasArea {
@@ -73,6 +75,14 @@ TSWindow {
 
         workspace: root.workspace
         room: Qt.rect(0, 0, root.width, root.height - statusBar.height)
+    }
+    PresetSheet {
+        id: presetSheet
+
+        presets: root.workspace.presets
+        isLive: root.workspace.isLive
+        room: Qt.rect(0, 0, root.width, root.height - statusBar.height)
+        onClosed: layersPanel.focusToolButton()
     }
     OutputSheet {
         id: outputSheet

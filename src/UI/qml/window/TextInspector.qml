@@ -85,4 +85,6 @@ ColumnLayout {
         decimals: 1
         onEdited: (value) => root.editor.outlineWidth = value
     }
+    TSDivider {}
+    DynamicFieldSection { editor: root.editor }
 }

@@ -10,6 +10,7 @@ Rectangle {
 
     required property Workspace workspace
     property bool isOpen: false
+    signal presetsRequested()
 
     readonly property var tools: [
         { icon: "type", kind: "text", label: qsTr("Title Text"), detail: qsTr("Text overlay on canvas"),
@@ -23,10 +24,12 @@ Rectangle {
         { icon: "clock-4", kind: "text", label: qsTr("Timer"), detail: qsTr("Realtime clock / stopwatch"),
           run: () => workspace.addClock() },
         { icon: "timer", kind: "countdown", label: qsTr("Countdown"), detail: qsTr("Countdown timer with alerts"),
-          run: () => workspace.addCountdown() }
+          run: () => workspace.addCountdown() },
+        { icon: "gallery-vertical-end", kind: "preset", label: qsTr("Presets"),
+          detail: qsTr("Browse & apply saved presets"), run: () => presetsRequested() }
     ]
 
-    implicitHeight: isOpen ? 36 + 1 + 36 * tools.length + 12 : 0
+    implicitHeight: isOpen ? 36 + 1 + 36 * tools.length + 9 : 0
     visible: implicitHeight > 0
     clip: true
     color: TS.bg2
@@ -44,7 +47,7 @@ Rectangle {
     TSDivider { y: 36; width: parent.width }
     Column {
         x: 6
-        y: 43
+        y: 41
         width: parent.width - 12
         Repeater {
             id: rows
@@ -66,8 +69,8 @@ Rectangle {
                 onClicked: {
                     if (!modelData.run)
                         return shapeMenu.popup(tool, tool.width + 6, 0)
+                    root.isOpen = false // and takes the focus along, which a sheet then gets
                     modelData.run()
-                    root.isOpen = false
                 }
                 Keys.onReturnPressed: clicked()
                 Keys.onRightPressed: if (!modelData.run) clicked()
@@ -85,7 +88,7 @@ Rectangle {
                         Layout.leftMargin: 10
                         name: tool.modelData.icon
                         size: 17
-                        color: TS.kindColors[tool.modelData.kind]
+                        color: TS.kindColors[tool.modelData.kind] ?? TS.label
                     }
                     Column {
                         Layout.fillWidth: true

@@ -24,9 +24,58 @@ Picture testPicture(int index)
 
 } // namespace
 
-BenchShow::BenchShow(QSizeF canvas)
+BenchShow::BenchShow(QSizeF canvas, const ShowFiles &files)
     : m_document(m_clock, canvas)
     , m_scale(canvas.width() / 1920)
+{
+    if (files.preset)
+        addPreset(*files.preset);
+    for (const Macro &macro : files.macros)
+        addLayersOf(macro);
+    if (m_document.layerOrder().isEmpty())
+        addGeneratedShow();
+}
+
+void BenchShow::addPreset(TextPreset preset)
+{
+    for (PresetRectEntry &rect : preset.rects) {
+        rect.position *= m_scale;
+        rect.size *= m_scale;
+        rect.cornerRadius *= m_scale;
+    }
+    for (PresetImageEntry &image : preset.images) {
+        image.position *= m_scale;
+        image.size *= m_scale;
+        image.maskPadding = image.maskPadding.value_or(0) * m_scale;
+    }
+    for (TextPresetEntry &text : preset.entries) {
+        text.position *= m_scale;
+        text.fontSize *= m_scale;
+        if (text.textBoxSize)
+            *text.textBoxSize *= m_scale;
+    }
+    m_document.addTextPreset(preset);
+}
+
+void BenchShow::addLayersOf(const Macro &macro)
+{
+    for (const MacroStep &step : macro.steps) {
+        const auto *add = std::get_if<AddLayer>(&step.kind);
+        if (!add)
+            continue;
+        m_document.createLayerFromMacro(add->layerID, add->layerType, add->props);
+        Layer *layer = m_document.layer(add->layerID);
+        if (!layer)
+            continue;
+        layer->setPosition(layer->position() * m_scale);
+        if (auto *sized = qobject_cast<SizedLayer *>(layer))
+            sized->setSize(sized->size() * m_scale);
+        if (auto *countdown = qobject_cast<CountdownLayer *>(layer))
+            countdown->setFontSize(countdown->fontSize() * m_scale);
+    }
+}
+
+void BenchShow::addGeneratedShow()
 {
     addShapes();
     addPictures();

@@ -1,23 +1,35 @@
-// A show of 40 layers, the same in every run.
+// A show to be drawn, the same in every run.
 #pragma once
 
 #include "Base/ManualClock.h"
+#include "Core/Macros/Macro.h"
 #include "Models/CanvasDocument.h"
 
 namespace tessara {
 
-/// Titles in several scripts, pictures with and without masks, shapes and countdowns, spread over
-/// the canvas as a full show does.
+/// A show from files, drawn for a canvas 1920 wide.
+struct ShowFiles
+{
+    std::optional<TextPreset> preset;
+    QList<Macro> macros; // for the layers that they add
+};
+
+/// The show of the files or, without any, one of 40 layers: titles in several scripts, pictures
+/// with and without masks, shapes and countdowns, spread over the canvas as a full show does. It is
+/// scaled to the canvas.
 class BenchShow
 {
 public:
-    explicit BenchShow(QSizeF canvas);
+    BenchShow(QSizeF canvas, const ShowFiles &files);
 
     CanvasDocument &document() { return m_document; }
     /// Every layer half way through a take.
     void setInDissolve(bool inDissolve);
 
 private:
+    void addPreset(TextPreset preset);
+    void addLayersOf(const Macro &macro);
+    void addGeneratedShow();
     void addTitles();
     void addPictures();
     void addShapes();

@@ -1,10 +1,13 @@
 // tessara-bench-frame: what a frame and its conversions cost, in ms and in copies of the same
 // frame.
+#include <QFile>
 #include <QGuiApplication>
 
 #include "bench/BenchShow.h"
+#include "Core/Macros/MacroFormat.h"
 #include "DeckLink/DeckLinkFrameBuffer.h"
 #include "DeckLink/PixelConversion.h"
+#include "Models/Presets/PresetFormat.h"
 #include "Rendering/ApplicationFonts.h"
 #include "Rendering/RenderEngine.h"
 
@@ -80,9 +83,10 @@ void addBenchmark(const std::string &name, FrameSize size, double limit, std::fu
         ->MinTime(0.3);
 }
 
-void addFrames(FrameSize size)
+void addFrames(FrameSize size, const ShowFiles &files)
 {
-    const auto show = std::make_shared<BenchShow>(QSizeF(size.width, size.height));
+    const auto show = std::make_shared<BenchShow>(QSizeF(size.width, size.height), files);
+    const auto engine = std::make_shared<RenderEngine>();
     addBenchmark("memcpy", size, 0,
                  [size, source = std::vector<char>(std::size_t(size.bytes())),
                   target = std::make_shared<std::vector<char>>(std::size_t(size.bytes()))] {
@@ -92,14 +96,14 @@ void addFrames(FrameSize size)
     for (const bool inDissolve : {false, true}) {
         addBenchmark(inDissolve ? "frame in a dissolve" : "frame at rest", size, 0, [=] {
             show->setInDissolve(inDissolve);
-            benchmark::DoNotOptimize(RenderEngine().render(show->document(), std::nullopt));
+            benchmark::DoNotOptimize(engine->render(show->document(), std::nullopt));
         });
     }
 }
 
-void addDeviceFrames(FrameSize size)
+void addDeviceFrames(FrameSize size, const ShowFiles &files)
 {
-    BenchShow show(QSizeF(size.width, size.height));
+    BenchShow show(QSizeF(size.width, size.height), files);
     const QImage frame = RenderEngine().render(show.document(), std::nullopt).value();
     using Make = DeckLinkFrameBuffer::Result (*)(const QImage &, int, int);
     const auto add = [&](const char *name, Make make, FrameSize target) {
@@ -166,19 +170,47 @@ private:
 };
 
 /// Takes `option` out of the arguments; true if it was there.
-bool takeOption(int &argc, char **argv, const char *option)
+bool takeOption(QStringList &arguments, const QString &option)
 {
-    char **end = argv + argc;
-    char **found = std::find_if(argv + 1, end, [option](const char *argument) {
-        const std::size_t length = std::strlen(option);
-        return std::strncmp(argument, option, length) == 0
-               && (argument[length] == '\0' || argument[length] == '=');
-    });
-    if (found == end)
-        return false;
-    std::copy(found + 1, end, found);
-    --argc;
-    return true;
+    return arguments.removeOne(option);
+}
+
+/// The file that stands behind `option`, both taken out of the arguments; absent without the
+/// option, and an error where it can't be read.
+tl::expected<std::optional<QByteArray>, QString> takeFile(QStringList &arguments,
+                                                          const QString &option)
+{
+    const qsizetype index = arguments.indexOf(option);
+    if (index < 0)
+        return std::nullopt;
+    const QString path = arguments.value(index + 1);
+    arguments.remove(index, std::min<qsizetype>(2, arguments.size() - index));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return tl::unexpected(QStringLiteral("%1 %2: %3").arg(option, path, file.errorString()));
+    return file.readAll();
+}
+
+tl::expected<ShowFiles, QString> takeShowFiles(QStringList &arguments)
+{
+    ShowFiles files;
+    const auto preset = takeFile(arguments, QStringLiteral("--preset"));
+    const auto macros = takeFile(arguments, QStringLiteral("--macros"));
+    if (!preset || !macros)
+        return tl::unexpected(preset ? macros.error() : preset.error());
+    if (*preset) {
+        const auto read = decodePreset(**preset);
+        if (!read)
+            return tl::unexpected(QStringLiteral("no preset: ") + read.error());
+        files.preset = *read;
+    }
+    if (*macros) {
+        const std::optional<QList<Macro>> read = decodeMacros(**macros);
+        if (!read)
+            return tl::unexpected(QStringLiteral("no macros"));
+        files.macros = *read;
+    }
+    return files;
 }
 
 } // namespace
@@ -186,21 +218,28 @@ bool takeOption(int &argc, char **argv, const char *option)
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    for (const char *option : {"--preset", "--macros"}) {
-        if (takeOption(argc, argv, option)) {
-            std::fprintf(stderr, "%s: this build reads no preset and no macro files yet\n", option);
-            return 2;
-        }
-    }
-    const bool checks = takeOption(argc, argv, "--check");
     const QGuiApplication application(argc, argv);
+    QStringList arguments = QCoreApplication::arguments();
+    const bool checks = takeOption(arguments, QStringLiteral("--check"));
+    const tl::expected<ShowFiles, QString> files = takeShowFiles(arguments);
+    if (!files) {
+        std::fprintf(stderr, "%s\n", qPrintable(files.error()));
+        return 2;
+    }
     loadApplicationFonts();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    std::vector<QByteArray> texts;
+    std::vector<char *> rest;
+    for (const QString &argument : arguments)
+        texts.push_back(argument.toLocal8Bit());
+    for (QByteArray &text : texts)
+        rest.push_back(text.data());
+    int restCount = int(rest.size());
+    benchmark::Initialize(&restCount, rest.data());
+    if (benchmark::ReportUnrecognizedArguments(restCount, rest.data()))
         return 2;
     for (const FrameSize size : frameSizes) {
-        addFrames(size);
-        addDeviceFrames(size);
+        addFrames(size, *files);
+        addDeviceFrames(size, *files);
         addConversions(size);
     }
     LimitReporter reporter;

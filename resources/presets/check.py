@@ -13,6 +13,7 @@ import sys
 
 import fontfile
 import generate
+import pictures
 from design import CANVAS, FAMILIES
 
 MARGIN_X, MARGIN_Y = CANVAS[0] * 0.05, CANVAS[1] * 0.05
@@ -156,6 +157,8 @@ def picture_faults(image):
         return
     if min(struct.unpack_from(">II", data, 16)) < 1 or min(image["size"]) < 1:
         yield "its picture is empty"
+    if min(image["size"]) < pictures.LEAST_SIDE:
+        yield f"it is thinner than {pictures.LEAST_SIDE} units, which no layer is"
 
 
 def layout_faults(preset):

@@ -151,7 +151,14 @@ class Preset:
 
     def stroke(self, name, x, y, width, height, color):
         """A bar of one colour that lies above the artwork, where a shape would lie below."""
-        self.art(name, pictures.plain(color), x, y, width, height)
+        self.fading_stroke(name, x, y, width, height, color, [(0, 1), (1, 1)])
+
+    def fading_stroke(self, name, x, y, width, height, color, stops):
+        """A stroke whose alpha follows `stops` from left to right, (place from 0 to 1, share) each."""
+        png = pictures.bar(width, height,
+                           lambda place: (*color[:3], color[3] * pictures.eased(stops, place)))
+        self.art(name, png, x, y, max(width, pictures.LEAST_SIDE),
+                 max(height, pictures.LEAST_SIDE))
 
     def logo(self, name, key, png, x, y, width, height, mask="rectangle"):
         """A logo that the operator replaces; it is shown whole."""

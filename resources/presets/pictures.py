@@ -126,9 +126,20 @@ def within(form, limit):
     return lambda px, py: max(form(px, py), limit(px, py))
 
 
-def plain(color):
-    """A few pixels of one colour, to be stretched."""
-    return png([bytearray(bytes(round(255 * part) for part in color) * 4) for _ in range(4)])
+LEAST_SIDE = 24  # no picture layer is smaller: what is thinner needs clear room beside it
+
+
+def bar(width, height, color_at):
+    """A bar of the given pixels, each as `color_at` of its place from 0 to 1 along the bar.
+
+    Clear room at its right and below makes it as large as the smallest layer.
+    """
+    row = bytearray()
+    for index in range(width):
+        row += bytes(round(255 * part) for part in color_at((index + 0.5) / width))
+    row += bytes(4 * max(0, LEAST_SIDE - width))
+    return png([row] * height
+               + [bytearray(len(row)) for _ in range(max(0, LEAST_SIDE - height))])
 
 
 def slanted(width, height, pieces):
@@ -140,20 +151,22 @@ def slanted(width, height, pieces):
     return png(rows)
 
 
+def eased(stops, place):
+    """Between the stops, (place from 0 to 1, value) each, with a soft start and end."""
+    for (start, first), (end, second) in zip(stops, stops[1:]):
+        if place <= end:
+            share = (place - start) / (end - start)
+            return first + (second - first) * share * share * (3 - 2 * share)
+    return stops[-1][1]
+
+
 def fade(color, stops, horizontal=False, length=256):
     """A strip of one colour whose alpha follows `stops`, (place from 0 to 1, alpha) each.
 
     It is a few pixels across, since it is stretched where it is used.
     """
-    def alpha(place):
-        for (start, first), (end, second) in zip(stops, stops[1:]):
-            if place <= end:
-                share = (place - start) / (end - start)
-                return first + (second - first) * share * share * (3 - 2 * share)
-        return stops[-1][1]
-
     pixels = [bytes(round(255 * part) for part in color[:3])
-              + bytes([round(255 * alpha((index + 0.5) / length))]) for index in range(length)]
+              + bytes([round(255 * eased(stops, (index + 0.5) / length))]) for index in range(length)]
     if horizontal:
         return png([bytearray(b"".join(pixels)) for _ in range(4)])
     return png([bytearray(pixel * 4) for pixel in pixels])

@@ -5,7 +5,6 @@ With --thai every field shows Thai with high and low marks instead, to see that 
 Sheets of nine pictures each are made as well, by the program itself.
 """
 import argparse
-import base64
 import json
 import pathlib
 import subprocess
@@ -50,22 +49,13 @@ class Program:
         self.request(call="frame.render", args=[str(path), GREY])
 
 
-def add(program, preset, pictures_at, thai):
-    """The layers in the order in which applying a preset adds them."""
-    for rect in preset["rects"]:
-        properties = {key: value for key, value in rect.items() if key != "kind"}
-        program.layer("addTemplateShapeLayer", rect["kind"], **properties)
-    for image in sorted(preset["images"], key=lambda image: "placeholderKey" in image):
-        file = pictures_at / "layer.png"
-        file.write_bytes(base64.b64decode(image["pngBase64"]))
-        properties = {key: value for key, value in image.items() if key != "pngBase64"}
-        program.layer("addImageLayer", str(file), **properties)
-    for entry in preset["entries"]:
-        properties = dict(entry)
-        if thai and "fieldKey" in entry and entry["fieldKind"] == "text":
-            lines = entry["text"].split("\n")
-            properties["text"] = "\n".join((THAI * 3)[:len(line)] for line in lines)
-        program.layer("addTextLayer", **properties)
+def add(program, preset, thai):
+    if thai:
+        for entry in preset["entries"]:
+            if "fieldKey" in entry and entry["fieldKind"] == "text":
+                lines = entry["text"].split("\n")
+                entry["text"] = "\n".join((THAI * 3)[:len(line)] for line in lines)
+    program.request(call="document.addTextPreset", args=[preset])
 
 
 def video_like(path):
@@ -98,11 +88,23 @@ def sheets(program_path, target, files):
             program.render(target / f"sheet-{number}.png")
 
 
+def contact_sheet(program_path, target, files, picture):
+    """All of them in one picture, five in a row."""
+    rows = -(-len(files) // 5)
+    with Program(program_path, target / "data") as program:
+        program.request(set="document.size", value=[5 * 384, rows * 216])
+        for index, file in enumerate(files):
+            program.layer("addImageLayer", str(file), isAspectRatioLocked=False,
+                          position=[3 + index % 5 * 384, 3 + index // 5 * 216], size=[378, 210])
+        program.render(picture)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--program", default=str(ROOT / "build/release/bin/tessara-headless"))
     parser.add_argument("--pictures", type=pathlib.Path, default=ROOT / "build/presets")
     parser.add_argument("--thai", action="store_true", help="Thai in every text field")
+    parser.add_argument("--contact-sheet", type=pathlib.Path, help="all in one picture, besides")
     parser.add_argument("only", nargs="*", help="presets whose names contain one of these")
     options = parser.parse_args()
     target = options.pictures
@@ -120,7 +122,7 @@ def main():
                 if ground == "video":
                     program.layer("addImageLayer", str(backdrop), position=[0, 0],
                                   size=[1920, 1080], contentMode="fillCrop")
-                add(program, preset, target, options.thai)
+                add(program, preset, options.thai)
                 if "countdown" in preset["templateTags"]:
                     program.layer("addCountdownLayer")
                 slug = name.lower().replace(",", "").replace(" ", "-")
@@ -129,6 +131,8 @@ def main():
     for ground, files in made.items():
         (target / ground).mkdir(exist_ok=True)
         sheets(options.program, target / ground, files)
+    if options.contact_sheet:
+        contact_sheet(options.program, target, made["video"], options.contact_sheet)
     print(f"Pictures: {target}")
 
 

@@ -1,10 +1,7 @@
 #include "Automation/MacroCodecs.h"
 
-#include "Automation/ValueCodec.h"
 #include "Core/Macros/MacroFormat.h"
 #include "Core/Macros/MacroLogEntry.h"
-
-#include <QJsonArray>
 
 namespace tessara {
 
@@ -19,22 +16,6 @@ Codec recordCodec(const char *what, QJsonObject (*toJson)(const Value &),
                 const std::optional<Value> record = fromJson(json.toObject());
                 return record ? decoded(*record) : wanted(what);
             }};
-}
-
-template <typename Value>
-Codec listCodec()
-{
-    return {[](const QVariant &value) -> Encoded {
-                QJsonArray array;
-                for (const Value &each : value.value<QList<Value>>()) {
-                    const Encoded element = encodeValue(QVariant::fromValue(each));
-                    if (!element)
-                        return element;
-                    array.append(*element);
-                }
-                return QJsonValue(array);
-            },
-            notReadable};
 }
 
 Codec kindCodec()

@@ -2,8 +2,6 @@
 
 #include "Models/Presets/PresetFormat.h"
 
-#include <QJsonArray>
-
 namespace tessara {
 
 namespace {
@@ -22,28 +20,13 @@ Codec presetCodec()
             }};
 }
 
-Codec presetListCodec()
-{
-    return {[](const QVariant &value) -> Encoded {
-                QJsonArray array;
-                for (const TextPreset &preset : value.value<QList<TextPreset>>()) {
-                    Encoded element = encode(preset);
-                    if (!element)
-                        return element;
-                    array.append(*element);
-                }
-                return QJsonValue(array);
-            },
-            notReadable};
-}
-
 } // namespace
 
 std::map<int, Codec> presetCodecs()
 {
     return {
         entry<TextPreset>(presetCodec()),
-        entry<QList<TextPreset>>(presetListCodec()),
+        entry<QList<TextPreset>>(listCodec<TextPreset>()),
     };
 }
 

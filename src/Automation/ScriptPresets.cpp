@@ -35,9 +35,8 @@ QString ScriptPresets::directory() const
 
 ScriptResult ScriptPresets::loadAll()
 {
-    return m_app.templatePresetStore().loadAll().and_then([](const QList<TextPreset> &presets) {
-        return encodeValue(QVariant::fromValue(presets));
-    });
+    return m_app.templatePresetStore().loadAll().and_then(
+        [](const QList<TextPreset> &presets) { return encodeValue(QVariant::fromValue(presets)); });
 }
 
 ScriptResult ScriptPresets::save(const TextPreset &preset)

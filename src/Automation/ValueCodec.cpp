@@ -178,44 +178,6 @@ Codec optionalCodec()
         }};
 }
 
-template <typename Container>
-Encoded encodeArray(const Container &values)
-{
-    QJsonArray array;
-    for (const auto &value : values) {
-        const Encoded element = encodeValue(QVariant::fromValue(value));
-        if (!element)
-            return element;
-        array.append(*element);
-    }
-    return QJsonValue(array);
-}
-
-template <typename Value>
-tl::expected<QList<Value>, QString> decodeArray(const QJsonValue &json)
-{
-    if (!json.isArray())
-        return wanted("an array");
-    QList<Value> list;
-    for (const QJsonValue &element : json.toArray()) {
-        const Decoded value = decodeValue(element, QMetaType::fromType<Value>());
-        if (!value)
-            return tl::unexpected(value.error());
-        list.append(value->template value<Value>());
-    }
-    return list;
-}
-
-template <typename Value>
-Codec listCodec()
-{
-    return {[](const QVariant &value) { return encodeArray(value.value<QList<Value>>()); },
-            [](const QJsonValue &json) -> Decoded {
-                return decodeArray<Value>(json).map(
-                    [](const QList<Value> &list) { return QVariant::fromValue(list); });
-            }};
-}
-
 Codec uuidSetCodec()
 {
     return {[](const QVariant &value) {
@@ -455,11 +417,6 @@ Encoded encodeObject(const QVariant &value)
 }
 
 } // namespace
-
-QString uuidText(const QUuid &id)
-{
-    return id.toString(QUuid::WithoutBraces).toUpper();
-}
 
 tl::expected<QJsonValue, QString> encodeValue(const QVariant &value)
 {

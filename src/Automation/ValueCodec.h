@@ -3,15 +3,13 @@
 
 #include <QJsonValue>
 #include <QString>
-#include <QUuid>
 #include <QVariant>
+
+#include "Base/UuidText.h"
 
 #include <tl/expected.hpp>
 
 namespace tessara {
-
-/// A UUID is its upper-case text.
-QString uuidText(const QUuid &id);
 
 /// A point is [x, y], a size [width, height], a rectangle both; a colour and any other record an
 /// object; an enumeration the name of its case; an absent value null; a layer its UUID. An error is

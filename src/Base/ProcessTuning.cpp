@@ -6,20 +6,29 @@
 
 namespace tessara {
 
+namespace {
+
+constexpr id_t thisThread = 0;
+
+} // namespace
+
 void raiseThreadPriority()
 {
     constexpr int niceness = -15;           // of -20 to 19
     constexpr unsigned long timerSlack = 1; // ns; 50,000 by default
-    constexpr id_t thisThread = 0;
     setpriority(PRIO_PROCESS, thisThread, niceness);
     prctl(PR_SET_TIMERSLACK, timerSlack);
 }
 
 void lowerThreadPriority()
 {
-    constexpr int niceness = 5; // of -20 to 19
-    constexpr id_t thisThread = 0;
+    constexpr int niceness = 10; // of -20 to 19
     setpriority(PRIO_PROCESS, thisThread, niceness);
+}
+
+void resetThreadPriority()
+{
+    setpriority(PRIO_PROCESS, thisThread, 0);
 }
 
 void keepFreedMemory()

@@ -8,9 +8,9 @@ namespace tessara {
 /// was.
 void raiseThreadPriority();
 
-/// Runs this thread after ordinary ones, and yet soon enough that none of them waits long for what
-/// it holds: a lock on the fonts, or threads of the platform that it has started.
+/// Runs this thread only when others have nothing to do, or nearly so: for work ahead of its time.
 void lowerThreadPriority();
+void resetThreadPriority();
 
 /// Keeps freed memory for the next frame: a freshly mapped one costs more in page faults than many
 /// a frame does in drawing. To be called before the first frame.

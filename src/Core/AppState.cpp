@@ -287,6 +287,28 @@ void AppState::deleteUserPreset(const TextPreset &preset)
     report(m_presets.deleteUserPreset(preset));
 }
 
+void AppState::prefetchPresets()
+{
+    for (const QList<TextPreset> &presets : {userTextPresets(), systemPresets()}) {
+        for (const TextPreset &preset : presets)
+            m_document.prefetchPictures(preset);
+    }
+}
+
+void AppState::applyPreset(const QString &id)
+{
+    const auto applyFrom = [&](const QList<TextPreset> &presets) {
+        const auto found = std::find_if(presets.begin(), presets.end(),
+                                        [&](const TextPreset &preset) { return preset.id == id; });
+        if (found == presets.end())
+            return false;
+        m_document.addTextPreset(*found);
+        return true;
+    };
+    if (!applyFrom(userTextPresets()))
+        applyFrom(systemPresets());
+}
+
 void AppState::snapshotDocument(const QString &name, const std::optional<QString> &existingID)
 {
     snapshotDocument(&m_document, name, existingID);

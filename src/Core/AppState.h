@@ -94,6 +94,11 @@ public:
     // Success clears `lastExportURL` and `lastErrorMessage`, a failure leaves its text there.
     Q_INVOKABLE void saveTemplatePreset(const tessara::TextPreset &preset);
     Q_INVOKABLE void deleteUserPreset(const tessara::TextPreset &preset);
+    /// Decodes the pictures of the presets ahead, the user's own first, so that applying one on air
+    /// costs no frame.
+    Q_INVOKABLE void prefetchPresets();
+    /// Adds the layers of the preset of that id, the user's own or a built-in one.
+    Q_INVOKABLE void applyPreset(const QString &id);
     /// Saves the content of a document as a preset, under an id of its own or over the preset with
     /// the given one. A blank name saves nothing.
     Q_INVOKABLE void snapshotDocument(tessara::CanvasDocument *document, const QString &name,

@@ -179,7 +179,7 @@ public:
     /// lie below pictures, and those below text.
     Q_INVOKABLE void addTextPreset(const tessara::TextPreset &preset);
     /// Decodes the preset's pictures ahead, beside the main thread.
-    Q_INVOKABLE void prefetchPictures(const tessara::TextPreset &preset);
+    void prefetchPictures(const TextPreset &preset);
     /// A text that is a score field, in the middle of the canvas.
     Q_INVOKABLE tessara::TextLayer *addScoreTextLayer();
 

@@ -65,14 +65,6 @@ tl::expected<Picture, CanvasDocumentError> Picture::fromData(const QByteArray &d
     return pictureFrom(reader);
 }
 
-qsizetype Picture::sizeInBytes() const
-{
-    qsizetype bytes = 0;
-    for (const QImage &level : m_levels)
-        bytes += level.sizeInBytes();
-    return bytes;
-}
-
 QImage Picture::levelFor(QSizeF drawnSize) const
 {
     if (isNull())

@@ -36,8 +36,6 @@ public:
     QImage image() const { return isNull() ? QImage() : m_levels.front(); }
     /// The smallest level that is still as large as `drawnSize` on both axes, or nearly so.
     QImage levelFor(QSizeF drawnSize) const;
-    /// Of all levels.
-    qsizetype sizeInBytes() const;
 
     /// The same picture in memory.
     bool operator==(const Picture &other) const;

@@ -58,8 +58,7 @@ def welcome():
         corners = [(left, top), (right, top), (right, bottom), (left, bottom)]
         pictures.fill_convex(cross, corners, Nave.light_gold)
     preset.art("Cross", pictures.png(cross), 912, 168, 96, 144)
-    rule = pictures.fade(Nave.light_gold, [(0, 0), (0.5, 0.9), (1, 0)], horizontal=True)
-    preset.art("Rule", rule, 576, 676, 768, 3)
+    preset.fading_stroke("Rule", 576, 676, 768, 3, Nave.light_gold, [(0, 0), (0.5, 0.9), (1, 0)])
     preset.text("Title", "Welcome to the Service", 960, 492, 112, WHITE, weight=700, family=SERIF,
                 align="center", key="service_title")
     preset.text("Title Thai", "ยินดีต้อนรับสู่การนมัสการ", 960, 612, 60, Nave.light_gold,

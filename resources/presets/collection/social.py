@@ -79,8 +79,7 @@ def credits():
     preset.box("Ground", 0, 0, 1920, 1080, rgb("080C12", 0.9))
     preset.text("Heading", "River Stories", 960, 192, TITLE, WHITE, weight=700, align="center",
                 key="credits_heading")
-    rule = pictures.fade(Office.aqua, [(0, 0), (0.5, 1), (1, 0)], horizontal=True)
-    preset.art("Rule", rule, 640, 240, 640, 3)
+    preset.fading_stroke("Rule", 640, 240, 640, 3, Office.aqua, [(0, 0), (0.5, 1), (1, 0)])
     people = (("Director", "Anong Prasert"), ("Producer", "Daniel Weber"),
               ("Camera", "Somsak Rattana"), ("Sound", "Nadia Karim"),
               ("Graphics", "Kanokwan Srisuk"), ("Editor", "Arthit Chaiya"))

@@ -1,6 +1,7 @@
 #include "Core/Macros/MacroFormat.h"
 
 #include "Base/Overloaded.h"
+#include "Base/UuidText.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -40,11 +41,6 @@ constexpr QLatin1String setType("setProp");
 constexpr QLatin1String addType("add");
 
 // Writing.
-
-QString uuidText(const QUuid &id)
-{
-    return id.toString(QUuid::WithoutBraces).toUpper();
-}
 
 // The props of a layer are a text that holds JSON: files have been written that way.
 QString propsText(const QMap<QString, QString> &props)

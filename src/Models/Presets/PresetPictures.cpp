@@ -1,7 +1,10 @@
 #include "Models/Presets/PresetPictures.h"
 
+#include "Base/ProcessTuning.h"
+
+#include <QtEndian>
+
 #include <algorithm>
-#include <chrono>
 
 namespace tessara {
 
@@ -13,6 +16,24 @@ Picture decoded(const PresetImageEntry &entry)
 {
     const std::optional<QByteArray> data = entry.pngData();
     return data ? Picture::fromData(*data).value_or(Picture()) : Picture();
+}
+
+// What the raster will take, smaller ones for drawing it small included: a picture file tells its
+// sides in its first bytes.
+qsizetype decodedBytes(const PresetImageEntry &entry)
+{
+    constexpr qsizetype widthAt = 16;
+    constexpr qsizetype heightAt = 20;
+    constexpr qsizetype headerLength = 24;
+    const QByteArray header =
+        QByteArray::fromBase64(entry.pngBase64.left(headerLength * 4 / 3).toLatin1());
+    if (header.size() < headerLength)
+        return 0;
+    const qint64 width = qFromBigEndian<quint32>(header.constData() + widthAt);
+    const qint64 height = qFromBigEndian<quint32>(header.constData() + heightAt);
+    if (width > Picture::largestSide || height > Picture::largestSide)
+        return 0; // it will not be decoded
+    return width * height * 4 * 4 / 3;
 }
 
 } // namespace
@@ -34,7 +55,6 @@ PresetPictures::PresetPictures(qsizetype capacity)
     : m_jobs(capacity / kilobyte)
 {
     m_workers.setMaxThreadCount(std::max(1, QThread::idealThreadCount() - 1));
-    m_workers.setThreadPriority(QThread::LowPriority);
 }
 
 PresetPictures::~PresetPictures()
@@ -49,42 +69,30 @@ void PresetPictures::Job::runIfFree()
         m_promise.set_value(decoded(m_entry));
 }
 
-bool PresetPictures::Job::isReady() const
-{
-    return m_result.wait_for(std::chrono::seconds{0}) == std::future_status::ready;
-}
-
-std::shared_ptr<PresetPictures::Job> PresetPictures::job(const PresetImageEntry &entry)
+std::shared_ptr<PresetPictures::Job> PresetPictures::job(const PresetImageEntry &entry, Haste haste)
 {
     if (const auto *known = m_jobs.object({entry.pngBase64}))
         return *known;
     auto made = std::make_shared<Job>(entry);
-    keep(entry, made);
-    m_workers.start([made] { made->runIfFree(); });
+    const qsizetype bytes = entry.pngBase64.size() * 2 + decodedBytes(entry);
+    m_jobs.insert({entry.pngBase64}, new std::shared_ptr<Job>(made), bytes / kilobyte + 1);
+    m_workers.start([made, haste] {
+        haste == Haste::ahead ? lowerThreadPriority() : resetThreadPriority();
+        made->runIfFree();
+    });
     return made;
-}
-
-// Before it is decoded a picture counts as what its file takes.
-void PresetPictures::keep(const PresetImageEntry &entry, const std::shared_ptr<Job> &job)
-{
-    const qsizetype bytes =
-        entry.pngBase64.size() + (job->isReady() ? job->wait().sizeInBytes() : 0);
-    m_jobs.insert({entry.pngBase64}, new std::shared_ptr<Job>(job), bytes / kilobyte + 1);
 }
 
 QList<Picture> PresetPictures::pictures(const QList<PresetImageEntry> &entries)
 {
     std::vector<std::shared_ptr<Job>> jobs;
     for (const PresetImageEntry &entry : entries)
-        jobs.push_back(job(entry));
+        jobs.push_back(job(entry, Haste::now));
     for (const auto &each : jobs)
         each->runIfFree();
     QList<Picture> pictures;
-    for (qsizetype index = 0; index < entries.size(); ++index) {
-        const auto &done = jobs[std::size_t(index)];
-        pictures.append(done->wait());
-        keep(entries[index], done);
-    }
+    for (const auto &each : jobs)
+        pictures.append(each->wait());
     return pictures;
 }
 
@@ -93,7 +101,7 @@ void PresetPictures::prefetch(const QList<PresetImageEntry> &entries)
     for (const PresetImageEntry &entry : entries) {
         if (m_jobs.totalCost() >= m_jobs.maxCost() / 2)
             return;
-        (void)job(entry);
+        (void)job(entry, Haste::ahead);
     }
 }
 

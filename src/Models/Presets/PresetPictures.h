@@ -27,8 +27,8 @@ public:
 
     /// In the order of the entries; a null picture for one that can't be decoded.
     QList<Picture> pictures(const QList<PresetImageEntry> &entries);
-    /// Decodes ahead and out of the way, so that `pictures` finds them ready: as many as there is
-    /// room for.
+    /// Decodes ahead and out of the way, so that `pictures` finds them ready: as many as half of
+    /// the room holds.
     void prefetch(const QList<PresetImageEntry> &entries);
 
 private:
@@ -52,7 +52,6 @@ private:
         /// Nothing if somebody else has begun.
         void runIfFree();
         Picture wait() const { return m_result.get(); }
-        bool isReady() const;
 
     private:
         PresetImageEntry m_entry;
@@ -61,8 +60,9 @@ private:
         std::shared_future<Picture> m_result = m_promise.get_future().share();
     };
 
-    std::shared_ptr<Job> job(const PresetImageEntry &entry);
-    void keep(const PresetImageEntry &entry, const std::shared_ptr<Job> &job);
+    enum class Haste { now, ahead };
+
+    std::shared_ptr<Job> job(const PresetImageEntry &entry, Haste haste);
 
     QCache<Key, std::shared_ptr<Job>> m_jobs; // by kilobytes
     QThreadPool m_workers;

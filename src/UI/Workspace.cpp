@@ -41,6 +41,10 @@ Workspace::Workspace(AppState &app)
 {
     connect(&m_output, &OutputModel::changed, this, &Workspace::isLiveChanged);
     connect(app.document(), &CanvasDocument::sizeChanged, this, &Workspace::canvasSizeChanged);
+    connect(&app, &AppState::userTextPresetsChanged, &m_prefetch, qOverload<>(&QTimer::start));
+    connect(&m_prefetch, &QTimer::timeout, &app, &AppState::prefetchPresets);
+    m_prefetch.setSingleShot(true);
+    m_prefetch.start(std::chrono::seconds{2}); // once the window stands
 }
 
 UndoStack *Workspace::undoStack() const

@@ -8,6 +8,7 @@
 #include "UI/presets/PresetListModel.h"
 #include "UI/presets/TemplateFieldModel.h"
 
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 namespace tessara {
@@ -88,6 +89,7 @@ private:
     PresetListModel m_presets;
     TemplateFieldModel m_templateFields;
     ApplicationKeys m_keys;
+    QTimer m_prefetch; // of the presets' pictures
     QString m_pictureError;
 };
 

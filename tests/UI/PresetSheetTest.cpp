@@ -224,7 +224,7 @@ TEST_F(PresetSheetTest, ApplyIsMarkedWhileTheOutputRuns)
     ASSERT_TRUE(app->isDeckLinkOutputRunning());
 
     openSheet();
-    until([this] { return areThumbnailsThere(); });
+    ASSERT_TRUE(until([this] { return areThumbnailsThere(); }));
     keepPicture(QStringLiteral("presets-live"));
 
     EXPECT_EQ(inCard(QStringLiteral("Interview"), QStringLiteral("presetApply"))

@@ -3,7 +3,6 @@
 #include "Models/Runlist.h"
 #include "UI/EntryRecord.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tessara {
@@ -15,8 +14,7 @@ EntryListModel::EntryListModel(CanvasDocument &document, Runlist &runlist)
     connect(&runlist, &Runlist::entriesChanged, this, &EntryListModel::followEntries);
     connect(&runlist, &Runlist::entryChanged, this, &EntryListModel::noteChange);
     connect(&runlist, &Runlist::visibilityChanged, this, &EntryListModel::noteVisibility);
-    m_pause.setSingleShot(true);
-    connect(&m_pause, &QTimer::timeout, this, &EntryListModel::tell);
+    connect(&m_telling, &Throttle::due, this, &EntryListModel::tell);
     followEntries();
 }
 
@@ -80,27 +78,17 @@ void EntryListModel::removeMissing(const QList<QUuid> &wanted)
 void EntryListModel::noteChange(const QUuid &entryID)
 {
     m_changed.insert(entryID);
-    waitToTell();
+    m_telling.request();
 }
 
 void EntryListModel::noteVisibility(const QUuid &entryID)
 {
     m_moving.insert(entryID);
-    waitToTell();
-}
-
-void EntryListModel::waitToTell()
-{
-    if (m_pause.isActive())
-        return;
-    constexpr qint64 period = 33; // ms
-    const qint64 since = m_sinceLast.isValid() ? m_sinceLast.elapsed() : period;
-    m_pause.start(int(std::clamp(period - since, qint64(0), period)));
+    m_telling.request();
 }
 
 void EntryListModel::tell()
 {
-    m_sinceLast.start();
     for (const QUuid &id : std::exchange(m_changed, {})) {
         if (EntryRecord *changed = record(id))
             emit changed->changed();

@@ -2,12 +2,12 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <QElapsedTimer>
 #include <QHash>
 #include <QSet>
-#include <QTimer>
 #include <QUuid>
 #include <QtQml/qqmlregistration.h>
+
+#include "UI/Throttle.h"
 
 namespace tessara {
 
@@ -46,7 +46,6 @@ private:
     void removeMissing(const QList<QUuid> &wanted);
     void noteChange(const QUuid &entryID);
     void noteVisibility(const QUuid &entryID);
-    void waitToTell();
     void tell();
 
     CanvasDocument &m_document;
@@ -55,8 +54,7 @@ private:
     QHash<QUuid, EntryRecord *> m_recordsByID;
     QSet<QUuid> m_changed;
     QSet<QUuid> m_moving; // in a take
-    QTimer m_pause;       // until the next telling
-    QElapsedTimer m_sinceLast;
+    Throttle m_telling;
 };
 
 } // namespace tessara

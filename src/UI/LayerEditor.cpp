@@ -208,8 +208,8 @@ void LayerEditor::setDynamicField(bool isField)
     if (!text->fieldKind())
         text->setFieldKind(TemplateFieldKind::text);
     if (text->fieldKey().value_or(QString()).isEmpty())
-        text->setFieldKey(normalizedFieldKey(text->name().isEmpty() ? QStringLiteral("field")
-                                                                    : text->name()));
+        text->setFieldKey(
+            normalizedFieldKey(text->name().isEmpty() ? QStringLiteral("field") : text->name()));
 }
 
 void LayerEditor::setFieldKey(const QString &typed)

@@ -117,9 +117,8 @@ void PresetListModel::removeMissing(const QList<Row> &wanted)
 
 void PresetListModel::place(const Row &row, int at)
 {
-    const auto known = std::find_if(m_rows.begin() + at, m_rows.end(), [&](const Row &each) {
-        return each.identity == row.identity;
-    });
+    const auto known = std::find_if(m_rows.begin() + at, m_rows.end(),
+                                    [&](const Row &each) { return each.identity == row.identity; });
     if (known == m_rows.end()) {
         beginInsertRows({}, at, at);
         m_rows.insert(at, row);

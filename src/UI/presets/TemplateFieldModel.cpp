@@ -4,8 +4,6 @@
 #include "Base/Settings.h"
 #include "Models/CanvasDocument.h"
 
-#include <algorithm>
-
 namespace tessara {
 
 const QString TemplateFieldModel::isOpenKey = QStringLiteral("templateFieldsOpen");
@@ -15,9 +13,8 @@ TemplateFieldModel::TemplateFieldModel(CanvasDocument &document, Settings &setti
     , m_settings(settings)
     , m_isOpen(settings.value(isOpenKey).toBool(true))
 {
-    connect(&document, &CanvasDocument::changed, this, &TemplateFieldModel::waitToFollow);
-    m_pause.setSingleShot(true);
-    connect(&m_pause, &QTimer::timeout, this, &TemplateFieldModel::follow);
+    connect(&document, &CanvasDocument::changed, &m_following, &Throttle::request);
+    connect(&m_following, &Throttle::due, this, &TemplateFieldModel::follow);
     follow();
 }
 
@@ -109,19 +106,9 @@ QList<TemplateFieldModel::Row> TemplateFieldModel::wantedRows() const
     return rows;
 }
 
-void TemplateFieldModel::waitToFollow()
-{
-    if (m_pause.isActive())
-        return;
-    constexpr qint64 period = 33; // ms
-    const qint64 since = m_sinceLast.isValid() ? m_sinceLast.elapsed() : period;
-    m_pause.start(int(std::clamp(period - since, qint64(0), period)));
-}
-
 void TemplateFieldModel::follow()
 {
-    m_sinceLast.start();
-    m_pause.stop();
+    m_following.satisfy();
     const QList<Row> wanted = wantedRows();
     const int before = count();
     removeMissing(wanted);

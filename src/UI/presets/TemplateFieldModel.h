@@ -2,12 +2,11 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <QElapsedTimer>
-#include <QTimer>
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
 #include "Models/DynamicTemplateField.h"
+#include "UI/Throttle.h"
 
 namespace tessara {
 
@@ -64,7 +63,6 @@ private:
     };
 
     QList<Row> wantedRows() const;
-    void waitToFollow();
     void follow();
     void removeMissing(const QList<Row> &wanted);
 
@@ -72,8 +70,7 @@ private:
     Settings &m_settings;
     bool m_isOpen;
     QList<Row> m_rows; // sorted by key, as the document has them
-    QTimer m_pause;    // until the next look
-    QElapsedTimer m_sinceLast;
+    Throttle m_following;
 };
 
 } // namespace tessara

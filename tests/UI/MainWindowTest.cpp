@@ -195,6 +195,24 @@ TEST_F(MainWindowTest, TheOutputSheetOpensWithTheFocusOnRouting)
     keepPicture(QStringLiteral("sheet-stopped"));
 }
 
+TEST_F(MainWindowTest, AShowOfPresetsIsOnAirAndReadable)
+{
+    for (const char *name : {"Score Strip", "Weather Card", "Bilingual Lower Third"}) {
+        for (const TextPreset &preset : app->systemPresets()) {
+            if (preset.name == QLatin1String(name))
+                app->applyPreset(preset.id);
+        }
+    }
+    document->addCountdownLayer()->setPosition({96, 330});
+    startOutput();
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(until([] { return VirtualCard::find()->frames(0)->sent > 5; }));
+
+    EXPECT_EQ(workspace->entries()->count(), 4);
+    expectNothingClipped();
+    keepPicture(QStringLiteral("show"));
+}
+
 TEST_F(MainWindowTest, StartingTheOutputTurnsTheAirMarksRed)
 {
     addTitle();

@@ -7,16 +7,16 @@ gap between two frames around each application, and without any.
 """
 import argparse
 import base64
-import json
 import pathlib
 import random
 import struct
-import subprocess
 import sys
 import tempfile
 import zlib
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "scripts"))
+from headless import PROGRAM, Show  # noqa: E402
+
 PICTURES = 20
 SHAPES = 10
 TEXTS = 10
@@ -55,54 +55,33 @@ def preset(seed):
     }
 
 
-class Show:
-    def __init__(self, program, data):
-        self.process = subprocess.Popen([program, "--clock", "real", "--data", data],
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-
-    def request(self, **request):
-        self.process.stdin.write(json.dumps(request) + "\n")
-        self.process.stdin.flush()
-        reply = json.loads(self.process.stdout.readline())
-        if not reply["ok"]:
-            sys.exit(reply["error"])
-        return reply["result"]
-
-    def call(self, operation, *arguments):
-        return self.request(call=operation, args=list(arguments))
-
-    def get(self, path):
-        return self.request(get=path)
-
-
 def longest_gap(program, seed, prepare, apply):
     """In ms, with the ticks lost; a run of its own, since the card counts from its start."""
     with tempfile.TemporaryDirectory() as data:
         show = Show(program, data)
         mode = next(mode for mode in show.get("fill.modes") if mode["name"] == "1080p50")
-        show.request(set="fill.selectedModeID", value=mode["modeID"])
+        show.set("fill.selectedModeID", mode["modeID"])
         made = preset(seed)
         show.call("app.saveTemplatePreset", made)
         if prepare:
             show.call("app.prefetchPresets")
-            show.call("clock.advance", 3)
+            show.wait(3)
         show.call("app.startDeckLinkOutput")
-        show.call("clock.advance", 1)
+        show.wait(1)
         if apply:
             # From the list itself, as the window does: no bytes come in with the request.
             show.call("app.applyPreset", made["id"])
-        show.call("clock.advance", 1)
+        show.wait(1)
         frames = show.call("card.frames", 0)
         lost = show.get("app.missedTicks")
         show.call("app.stopDeckLinkOutput")
-        show.process.stdin.close()
-        show.process.wait()
+        show.end()
         return frames["intervals"]["max"] * 1000, lost
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--program", default=str(ROOT / "build/release/bin/tessara-headless"))
+    parser.add_argument("--program", default=PROGRAM)
     options = parser.parse_args()
     size = sum(len(image["pngBase64"]) for image in preset(1)["images"]) * 3 / 4 / 1e6
     print(f"{PICTURES + SHAPES + TEXTS} layers, {size:.1f} MB of pictures, 1080p50")

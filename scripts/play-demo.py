@@ -6,57 +6,19 @@ countdown and a score bar are cued and taken together. It prints how the frames 
 pictures of the air.
 """
 import argparse
-import json
 import pathlib
-import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+from headless import PROGRAM, ROOT, Show
+
 LAP = 8.0  # s, one run of the show
 
 
-class Show:
-    """The program at the other end of a pipe, one request a line."""
-
-    def __init__(self, program, data):
-        self.process = subprocess.Popen([program, "--clock", "real", "--data", data],
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-
-    def _request(self, **request):
-        self.process.stdin.write(json.dumps(request) + "\n")
-        self.process.stdin.flush()
-        reply = json.loads(self.process.stdout.readline())
-        if not reply["ok"]:
-            sys.exit(f"{request}: {reply['error']}")
-        return reply["result"]
-
-    def call(self, operation, *arguments):
-        return self._request(call=operation, args=list(arguments))
-
-    def get(self, path):
-        return self._request(get=path)
-
-    def set(self, path, value):
-        self._request(set=path, value=value)
-
-    def layer(self, operation, *arguments, **properties):
-        identity = self.call(operation, *arguments)
-        for name, value in properties.items():
-            self.set(f"layer:{identity}.{name}", value)
-        return identity
-
-    def wait(self, seconds):
-        self.call("clock.advance", seconds)
-
-    def memory(self):
-        """Resident, in MB."""
-        status = pathlib.Path(f"/proc/{self.process.pid}/status").read_text()
-        line = next(line for line in status.splitlines() if line.startswith("VmRSS"))
-        return int(line.split()[1]) / 1024
-
-    def end(self):
-        self.process.stdin.close()
-        self.process.wait()
+def memory(show):
+    """Resident, in MB."""
+    status = pathlib.Path(f"/proc/{show.process.pid}/status").read_text()
+    line = next(line for line in status.splitlines() if line.startswith("VmRSS"))
+    return int(line.split()[1]) / 1024
 
 
 def build(show):
@@ -112,7 +74,7 @@ def save(show, directory, name):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--program", default=str(ROOT / "build/release/bin/tessara-headless"))
+    parser.add_argument("--program", default=PROGRAM)
     parser.add_argument("--pictures", type=pathlib.Path, default=ROOT / "build/demo")
     parser.add_argument("--seconds", type=float, default=LAP,
                         help="repeat the show for so long, without more pictures")
@@ -130,8 +92,8 @@ def main():
     while played + LAP <= options.seconds:
         play(show, layers, None)
         played += LAP
-        first_memory = first_memory or show.memory()
-    last_memory = show.memory()
+        first_memory = first_memory or memory(show)
+    last_memory = memory(show)
     frames = show.call("card.frames", 0)
     lost = show.get("app.missedTicks")
     show.call("app.stopDeckLinkOutput")

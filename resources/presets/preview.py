@@ -7,55 +7,29 @@ Sheets of nine pictures each are made as well, by the program itself.
 import argparse
 import json
 import pathlib
-import subprocess
 import sys
 
 import pictures
 
 HERE = pathlib.Path(__file__).resolve().parent
-ROOT = HERE.parent.parent
+sys.path.append(str(HERE.parent.parent / "scripts"))
+from headless import PROGRAM, ROOT, Show  # noqa: E402
+
 THAI = "ผู้ซื้อที่ญี่ปุ่นฟ้าป่ากี่ปี่ปู่ใหญ่กุ้งกลั่นน้ำมันที่ตั้งใจรู้จักเพื่อนบ้าน"
 GREY = {"red": 0.5, "green": 0.5, "blue": 0.5, "alpha": 1}
 
 
-class Program:
-    """The program at the other end of a pipe, one request a line, one document."""
-
-    def __init__(self, path, data):
-        self.process = subprocess.Popen([path, "--clock", "manual", "--data", str(data)],
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.process.stdin.close()
-        self.process.wait()
-
-    def request(self, **request):
-        self.process.stdin.write(json.dumps(request) + "\n")
-        self.process.stdin.flush()
-        reply = json.loads(self.process.stdout.readline())
-        if not reply["ok"]:
-            sys.exit(f"{request}: {reply['error']}")
-        return reply["result"]
-
-    def layer(self, operation, *arguments, **properties):
-        identity = self.request(call=f"document.{operation}", args=list(arguments))
-        for name, value in properties.items():
-            self.request(set=f"layer:{identity}.{name}", value=value)
-
-    def render(self, path):
-        self.request(call="frame.render", args=[str(path), GREY])
+def render(show, path):
+    show.call("frame.render", str(path), GREY)
 
 
-def add(program, preset, thai):
+def add(show, preset, thai):
     if thai:
         for entry in preset["entries"]:
             if "fieldKey" in entry and entry["fieldKind"] == "text":
                 lines = entry["text"].split("\n")
                 entry["text"] = "\n".join((THAI * 3)[:len(line)] for line in lines)
-    program.request(call="document.addTextPreset", args=[preset])
+    show.call("document.addTextPreset", preset)
 
 
 def video_like(path):
@@ -80,28 +54,28 @@ def video_like(path):
 
 def sheets(program_path, target, files):
     for number, start in enumerate(range(0, len(files), 9), 1):
-        with Program(program_path, target / "data") as program:
+        with Show(program_path, target / "data", clock="manual") as show:
             for index, file in enumerate(files[start:start + 9]):
-                program.layer("addImageLayer", str(file), isAspectRatioLocked=False,
+                show.layer("document.addImageLayer", str(file), isAspectRatioLocked=False,
                               position=[4 + index % 3 * 640, 4 + index // 3 * 360],
                               size=[632, 352])
-            program.render(target / f"sheet-{number}.png")
+            render(show, target / f"sheet-{number}.png")
 
 
 def contact_sheet(program_path, target, files, picture):
     """All of them in one picture, five in a row."""
     rows = -(-len(files) // 5)
-    with Program(program_path, target / "data") as program:
-        program.request(set="document.size", value=[5 * 384, rows * 216])
+    with Show(program_path, target / "data", clock="manual") as show:
+        show.set("document.size", [5 * 384, rows * 216])
         for index, file in enumerate(files):
-            program.layer("addImageLayer", str(file), isAspectRatioLocked=False,
+            show.layer("document.addImageLayer", str(file), isAspectRatioLocked=False,
                           position=[3 + index % 5 * 384, 3 + index // 5 * 216], size=[378, 210])
-        program.render(picture)
+        render(show, picture)
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--program", default=str(ROOT / "build/release/bin/tessara-headless"))
+    parser.add_argument("--program", default=PROGRAM)
     parser.add_argument("--pictures", type=pathlib.Path, default=ROOT / "build/presets")
     parser.add_argument("--thai", action="store_true", help="Thai in every text field")
     parser.add_argument("--contact-sheet", type=pathlib.Path, help="all in one picture, besides")
@@ -118,16 +92,16 @@ def main():
         if options.only and not any(part.lower() in name.lower() for part in options.only):
             continue
         for ground, files in made.items():
-            with Program(options.program, target / "data") as program:
+            with Show(options.program, target / "data", clock="manual") as show:
                 if ground == "video":
-                    program.layer("addImageLayer", str(backdrop), position=[0, 0],
+                    show.layer("document.addImageLayer", str(backdrop), position=[0, 0],
                                   size=[1920, 1080], contentMode="fillCrop")
-                add(program, preset, options.thai)
+                add(show, preset, options.thai)
                 if "countdown" in preset["templateTags"]:
-                    program.layer("addCountdownLayer")
+                    show.layer("document.addCountdownLayer")
                 slug = name.lower().replace(",", "").replace(" ", "-")
                 files.append(target / f"{slug}-{ground}.png")
-                program.render(files[-1])
+                render(show, files[-1])
     for ground, files in made.items():
         (target / ground).mkdir(exist_ok=True)
         sheets(options.program, target / ground, files)

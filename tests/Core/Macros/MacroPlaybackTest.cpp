@@ -294,7 +294,7 @@ TEST_F(MacroPlaybackTest, PausesOfAnyLengthAreWaitedForOrPassed)
     TextLayer *title = addTitle();
     macros.runMacro(macroOf({Pause{-1e308}, Pause{0}, setText(title->id(), QStringLiteral("On")),
                              Pause{1e308}, setText(title->id(), QStringLiteral("Never"))}));
-    clock.advance(hours{24 * 365});
+    clock.advance(hours{24});
 
     EXPECT_EQ(title->text(), QStringLiteral("On"));
     EXPECT_TRUE(macros.isRunning());

@@ -95,6 +95,22 @@ Task playShow(AppState &app, Show show)
     QCoreApplication::quit();
 }
 
+/// Opens the list of presets, and goes through all of it, three seconds a row of cards.
+Task browsePresets(Clock &clock, Workspace &workspace, QObject *window)
+{
+    workspace.presets()->setTab(QStringLiteral("system"));
+    QObject *sheet = window->findChild<QObject *>(QStringLiteral("presetSheet"));
+    if (!sheet || !QMetaObject::invokeMethod(sheet, "open"))
+        qFatal("The window has no list of presets.");
+    for (;;) {
+        const bool slept = co_await clock.sleep(std::chrono::seconds{3});
+        if (!slept)
+            co_return;
+        if (QObject *grid = window->findChild<QObject *>(QStringLiteral("presetGrid")))
+            grid->setProperty("contentY", grid->property("contentY").toDouble() + 274);
+    }
+}
+
 /// By the name that the pickers show it under; false for one that no card offers.
 bool chooseMode(AppState &app, const QString &name)
 {
@@ -131,7 +147,9 @@ int main(int argc, char **argv)
                                   QStringLiteral("name"), QStringLiteral("1080p50"));
     const QCommandLineOption runlist(QStringLiteral("runlist"),
                                      QStringLiteral("open the runlist as well"));
-    parser.addOptions({data, seconds, layers, dissolving, restOnAir, mode, runlist});
+    const QCommandLineOption presets(QStringLiteral("presets"),
+                                     QStringLiteral("browse the presets meanwhile"));
+    parser.addOptions({data, seconds, layers, dissolving, restOnAir, mode, runlist, presets});
     parser.process(application);
 
     const ApplicationSupport support =
@@ -156,8 +174,11 @@ int main(int argc, char **argv)
     if (parser.isSet(runlist))
         runlistWindow.show();
     Task show;
+    Task browsing;
     const Alarm start = clock.at(clock.now() + std::chrono::seconds{3}, [&] {
         raiseThreadPriority();
+        if (parser.isSet(presets))
+            browsing = browsePresets(clock, workspace, engine.rootObjects().first());
         show = playShow(app, {.layers = parser.value(layers).toInt(),
                               .dissolving = parser.value(dissolving).toInt(),
                               .restIsOnAir = parser.isSet(restOnAir),

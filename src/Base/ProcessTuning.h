@@ -8,8 +8,10 @@ namespace tessara {
 /// was.
 void raiseThreadPriority();
 
-/// Runs this thread only when others have nothing to do, or nearly so: for work ahead of its time.
+/// Runs this thread only when others have nothing to do, or nearly so: for work ahead of its time
+/// that holds no lock which others want.
 void lowerThreadPriority();
+/// As an ordinary thread, whatever it inherited.
 void resetThreadPriority();
 
 /// Keeps freed memory for the next frame: a freshly mapped one costs more in page faults than many

@@ -96,7 +96,7 @@ public:
 
     void run() override
     {
-        lowerThreadPriority();
+        resetThreadPriority(); // and no lower: see `Pace`
         emit done(picture());
     }
 

@@ -55,15 +55,6 @@ protected:
         ADD_FAILURE() << "no card " << qPrintable(presetName);
         return nullptr;
     }
-    QQuickItem *segment(const QString &label) const
-    {
-        for (QQuickItem *candidate : visibleItems()) {
-            if (candidate->inherits("QQuickAbstractButton")
-                && candidate->property("text").toString() == label)
-                return candidate;
-        }
-        return nullptr;
-    }
     bool isOpen() const { return !cards().isEmpty() || itemWithText(QStringLiteral("Search")); }
     bool areThumbnailsThere() const
     {

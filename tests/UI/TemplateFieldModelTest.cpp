@@ -147,8 +147,7 @@ TEST_F(TemplateFieldModelTest, AFileThatIsNoPictureLeavesTheRowAsItWas)
 {
     const QString file = data.filePath(QStringLiteral("logo.png"));
     QImage(10, 10, QImage::Format_RGB32).save(file);
-    (*document.addImageLayer(QUrl::fromLocalFile(file)))
-        ->setPlaceholderKey(QStringLiteral("logo"));
+    (*document.addImageLayer(QUrl::fromLocalFile(file)))->setPlaceholderKey(QStringLiteral("logo"));
     untilCount(1);
 
     model.chooseImage(QStringLiteral("logo"), QUrl::fromLocalFile(settings.file()));

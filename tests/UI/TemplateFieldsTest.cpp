@@ -42,16 +42,6 @@ protected:
         ADD_FAILURE() << "no text area for " << qPrintable(key);
         return nullptr;
     }
-    QQuickItem *segment(const QString &label) const
-    {
-        for (QQuickItem *candidate : visibleItems()) {
-            if (candidate->inherits("QQuickAbstractButton")
-                && candidate->property("text").toString() == label)
-                return candidate;
-        }
-        ADD_FAILURE() << "no segment " << qPrintable(label);
-        return nullptr;
-    }
     QString textOf(const QString &name) const { return item(name)->property("text").toString(); }
 };
 
@@ -86,8 +76,7 @@ TEST_F(TemplateFieldsTest, TypingGoesToTheLayerAndTheCursorStays)
 
 TEST_F(TemplateFieldsTest, TypingSurvivesFieldsThatComeAndGo)
 {
-    const TextLayer *title =
-        addField(QStringLiteral("title"), TemplateFieldKind::text, QString());
+    const TextLayer *title = addField(QStringLiteral("title"), TemplateFieldKind::text, QString());
     QQuickItem *area = areaOf(QStringLiteral("title"));
     click(area);
     type(QStringLiteral("ab"));
@@ -204,7 +193,8 @@ TEST_F(TemplateFieldsTest, AllKindsOfFieldsStandTogether)
 {
     window->setHeight(1100);
     addField(QStringLiteral("title"), TemplateFieldKind::text, QStringLiteral("Bangkok Sport"));
-    addField(QStringLiteral("lyrics"), TemplateFieldKind::text, QStringLiteral("Line one\nLine two"));
+    addField(QStringLiteral("lyrics"), TemplateFieldKind::text,
+             QStringLiteral("Line one\nLine two"));
     addField(QStringLiteral("home_score"), TemplateFieldKind::score, QStringLiteral("2"));
     addField(QStringLiteral("realtime_timer_1"), TemplateFieldKind::timer,
              QStringLiteral("21:47:32"));

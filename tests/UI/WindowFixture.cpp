@@ -86,6 +86,17 @@ QQuickItem *WindowFixture::itemWithText(const QString &text) const
     return nullptr;
 }
 
+QQuickItem *WindowFixture::segment(const QString &label) const
+{
+    for (QQuickItem *candidate : visibleItems()) {
+        if (candidate->inherits("QQuickAbstractButton")
+            && candidate->property("text").toString() == label)
+            return candidate;
+    }
+    ADD_FAILURE() << "no segment " << qPrintable(label);
+    return nullptr;
+}
+
 void WindowFixture::click(QQuickItem *target, Qt::MouseButton button,
                           Qt::KeyboardModifiers modifiers)
 {

@@ -29,6 +29,9 @@ protected:
     /// All items below the window that are to be seen.
     QList<QQuickItem *> visibleItems() const;
     QQuickItem *itemWithText(const QString &text) const;
+    /// The visible button of that text, a segment of a row of them for one; a test fails that finds
+    /// none.
+    QQuickItem *segment(const QString &label) const;
 
     void click(QQuickItem *target, Qt::MouseButton button = Qt::LeftButton,
                Qt::KeyboardModifiers modifiers = {});

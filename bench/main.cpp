@@ -6,7 +6,7 @@
 #include "bench/BenchShow.h"
 #include "Core/Macros/MacroFormat.h"
 #include "DeckLink/DeckLinkFrameBuffer.h"
-#include "DeckLink/PixelConversion.h"
+#include "Base/Pixels/PixelConversion.h"
 #include "Models/Presets/PresetFormat.h"
 #include "Rendering/ApplicationFonts.h"
 #include "Rendering/RenderEngine.h"

@@ -6,7 +6,7 @@
 
 #include "DeckLink/DeckLinkAPIDispatch.h"
 #include "DeckLink/DeckLinkNSDataVideoBuffer.h"
-#include "DeckLink/PixelConversion.h"
+#include "Base/Pixels/PixelConversion.h"
 
 namespace tessara {
 

@@ -8,7 +8,7 @@
 
 #include "DeckLink/DeckLinkModels.h"
 #include "DeckLink/DeckLinkReference.h"
-#include "DeckLink/FrameBytes.h"
+#include "Base/Pixels/FrameBytes.h"
 
 namespace tessara {
 

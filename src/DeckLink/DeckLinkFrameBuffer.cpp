@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "DeckLink/PixelConversion.h"
-#include "DeckLink/Resample.h"
+#include "Base/Pixels/PixelConversion.h"
+#include "Base/Pixels/Resample.h"
 
 namespace tessara {
 

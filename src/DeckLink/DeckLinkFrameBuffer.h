@@ -6,7 +6,7 @@
 
 #include <tl/expected.hpp>
 
-#include "DeckLink/FrameBytes.h"
+#include "Base/Pixels/FrameBytes.h"
 
 namespace tessara {
 

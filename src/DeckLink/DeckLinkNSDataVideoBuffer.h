@@ -4,7 +4,7 @@
 #include <atomic>
 
 #include "DeckLink/DeckLinkAPI.h"
-#include "DeckLink/FrameBytes.h"
+#include "Base/Pixels/FrameBytes.h"
 
 namespace tessara {
 

@@ -135,20 +135,20 @@ void drawLayer(QPainter &painter, const CanvasLayerItem &item, const RunState &r
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    std::visit(
-        Overloaded{
-            [&](const TextLayer *text) { drawText(painter, *text, run, texts); },
-            [&](const ImageLayer *image) { drawImage(painter, *image, run); },
-            [&](const ShapeLayer *shape) { drawShape(painter, *shape, run, style); },
-            [&](const ScoreLayer *score) { drawScore(painter, *score, run, texts); },
-            [](const WebLayer *) {},
-            [](const Model3DLayer *) {},
-            [](const WindowCaptureLayer *) {},
-            [&](const CountdownLayer *countdown) {
-                drawCountdown(painter, *countdown, unit(countdown->opacity()) * run.opacity, texts);
-            },
-        },
-        item);
+    std::visit(Overloaded{
+                   [&](const TextLayer *text) { drawText(painter, *text, run, texts); },
+                   [&](const ImageLayer *image) { drawImage(painter, *image, run); },
+                   [&](const ShapeLayer *shape) { drawShape(painter, *shape, run, style); },
+                   [&](const ScoreLayer *score) { drawScore(painter, *score, run, texts); },
+                   [](const WebLayer *) {},
+                   [](const Model3DLayer *) {},
+                   [](const WindowCaptureLayer *) {},
+                   [&](const CountdownLayer *countdown) {
+                       drawCountdown(painter, *countdown, unit(countdown->opacity()) * run.opacity,
+                                     texts);
+                   },
+               },
+               item);
     painter.restore();
 }
 

@@ -21,8 +21,8 @@ double runOpacity(const CanvasDocument &document, const CanvasLayerItem &item);
 /// The box that a layer takes up at rest, in canvas coordinates: a text's is measured.
 QRectF drawnBounds(const CanvasLayerItem &item, TextBlockCache &texts);
 
-/// Paints in canvas coordinates, as the document has it. Web pages, 3D models and captured windows are live views and have
-/// no drawing: they leave no hole, and what lies under them shows.
+/// Paints in canvas coordinates, as the document has it. Web pages, 3D models and captured windows
+/// are live views and have no drawing: they leave no hole, and what lies under them shows.
 void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,
                double runOpacity, DrawingStyle style, TextBlockCache &texts);
 

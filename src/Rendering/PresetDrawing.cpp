@@ -26,7 +26,8 @@ auto layerOf(const Entry &entry)
 auto layerOf(const PresetImageEntry &entry)
 {
     const auto picture = Picture::fromData(entry.pngData().value_or(QByteArray()));
-    return std::unique_ptr<ImageLayer>(makePresetLayer(entry, picture.value_or(Picture()), QUuid()));
+    return std::unique_ptr<ImageLayer>(
+        makePresetLayer(entry, picture.value_or(Picture()), QUuid()));
 }
 
 template <typename Entry>

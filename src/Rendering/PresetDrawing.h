@@ -15,7 +15,8 @@ constexpr QSizeF presetCanvas{1920, 1080};
 /// Shapes, pictures and texts, upright on a dark ground; a picture that can't be read is left out.
 /// For any thread: nothing is shared but the preset, which nobody writes. Between two layers
 /// `isWanted` is asked, and with a no the picture is null.
-QImage drawPreset(const TextPreset &preset, QSize size,
-                  const std::function<bool()> &isWanted = [] { return true; });
+QImage drawPreset(
+    const TextPreset &preset, QSize size,
+    const std::function<bool()> &isWanted = [] { return true; });
 
 } // namespace tessara

@@ -84,9 +84,8 @@ TEST_F(TemplateFieldsTest, TheFirstLayerGivesKindAndValueAndTheListIsSorted)
 
     Fields fields = document.dynamicTemplateFields();
     ASSERT_EQ(fields.size(), 3);
-    EXPECT_EQ(fields[0],
-              (DynamicTemplateField{QStringLiteral("away"), TemplateFieldKind::score,
-                                    QStringLiteral("1")}));
+    EXPECT_EQ(fields[0], (DynamicTemplateField{QStringLiteral("away"), TemplateFieldKind::score,
+                                               QStringLiteral("1")}));
     EXPECT_EQ(fields[1].key, QStringLiteral("logo"));
     EXPECT_EQ(fields[1].kind, TemplateFieldKind::image);
     EXPECT_EQ(fields[2].key, QStringLiteral("title"));
@@ -132,8 +131,7 @@ TEST_F(TemplateFieldsTest, AnUnknownKeyChangesNothing)
 
     document.adjustDynamicTemplateScore(QStringLiteral("other"), 1);
     document.setDynamicTemplateFieldValue(QStringLiteral("9"), QStringLiteral("other"));
-    EXPECT_TRUE(
-        document.replaceDynamicImageField(QStringLiteral("other"), pictureFile({8, 8})));
+    EXPECT_TRUE(document.replaceDynamicImageField(QStringLiteral("other"), pictureFile({8, 8})));
     document.nudgeDynamicImageCrop(QStringLiteral("other"), 0.1, 0.1);
     document.resetDynamicImageCrop(QStringLiteral("other"));
 

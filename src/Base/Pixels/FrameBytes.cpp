@@ -1,4 +1,4 @@
-#include "DeckLink/FrameBytes.h"
+#include "Base/Pixels/FrameBytes.h"
 
 #include <algorithm>
 #include <cstring>

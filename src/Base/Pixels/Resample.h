@@ -3,7 +3,7 @@
 
 #include <QSize>
 
-#include "DeckLink/PixelConversion.h"
+#include "Base/Pixels/PixelConversion.h"
 
 namespace tessara {
 

@@ -1,11 +1,11 @@
-#include "DeckLink/Resample.h"
+#include "Base/Pixels/Resample.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <vector>
 
-#include "DeckLink/VectorClones.h"
+#include "Base/Pixels/VectorClones.h"
 
 namespace tessara {
 namespace {

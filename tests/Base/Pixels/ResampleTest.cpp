@@ -1,4 +1,4 @@
-#include "DeckLink/Resample.h"
+#include "Base/Pixels/Resample.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "DeckLink/PixelConversion.h"
+#include "Base/Pixels/PixelConversion.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "DeckLink/VectorClones.h"
+#include "Base/Pixels/VectorClones.h"
 
 namespace tessara {
 namespace {

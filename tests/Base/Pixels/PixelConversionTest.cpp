@@ -1,4 +1,4 @@
-#include "DeckLink/PixelConversion.h"
+#include "Base/Pixels/PixelConversion.h"
 
 #include <gtest/gtest.h>
 

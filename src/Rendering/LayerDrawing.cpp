@@ -1,8 +1,6 @@
 #include "Rendering/LayerDrawing.h"
 
 #include "Models/CanvasDocument.h"
-#include "Rendering/PictureDrawing.h"
-#include "Rendering/ScoreBarDrawing.h"
 #include "Rendering/TextBlockCache.h"
 
 #include <QPainter>
@@ -14,29 +12,10 @@ namespace tessara {
 
 namespace {
 
-constexpr double leastOutlineWidth = 0.001; // percent of the font size
-constexpr double largestOutlineWidth = 16;  // percent of the font size
-
-double outlineWidth(const TextLayer &layer)
-{
-    if (!std::isfinite(layer.outlineWidth()))
-        return 0;
-    const double width = std::clamp(layer.outlineWidth(), 0.0, largestOutlineWidth);
-    return width > leastOutlineWidth ? width : 0;
-}
-
 QPointF offsetOf(const CanvasDocument &document, const Layer &layer)
 {
     const QSizeF offset = document.effectiveTransitionOffset(layer.id(), layer.isHidden());
     return {offset.width(), offset.height()};
-}
-
-// The block's lower edge lies half of the spare height above the box's, and the text starts at the
-// block's top: text taller than its box grows upward from the lower edge.
-double boxedTextTop(double boxBottom, double boxHeight, double textHeight)
-{
-    const double lift = std::max((boxHeight - textHeight) * 0.5, 0.0);
-    return boxBottom - lift - std::max(boxHeight, textHeight);
 }
 
 QRectF textBounds(const TextLayer &layer, TextBlockCache &texts)
@@ -49,107 +28,17 @@ QRectF textBounds(const TextLayer &layer, TextBlockCache &texts)
     return {layer.position() - QPointF(left, 0), size};
 }
 
-/// Where in its transition a layer is.
-struct RunState
-{
-    QPointF offset{};
-    double opacity = 1;
-};
-
-void drawText(QPainter &painter, const TextLayer &layer, const RunState &run, TextBlockCache &texts)
-{
-    const SizedFont font = layer.resolvedFont(layer.fontSize(), QFont::DemiBold);
-    const TextPaint paint{layer.color().color(), layer.outlineColor().color(), outlineWidth(layer)};
-    const TextLayerHorizontalAlignment alignment = layer.horizontalAlignment();
-    const QPointF anchor = layer.position() + run.offset;
-    const auto line = texts.block(layer.text(), font, alignment);
-    painter.setOpacity(run.opacity);
-    if (const std::optional<QSizeF> given = layer.textBoxSize()) {
-        const QSizeF box = given->expandedTo({1, 1});
-        const auto wrapped = texts.block(layer.text(), font, alignment, box.width());
-        const double top =
-            boxedTextTop(anchor.y() + box.height(), box.height(), line->size().height());
-        wrapped->draw(painter, {anchor.x(), top}, paint);
-        return;
-    }
-    const double left = line->size().width() * alignmentShare(alignment);
-    line->draw(painter, {anchor.x() - left, anchor.y()}, paint);
-}
-
-void drawImage(QPainter &painter, const ImageLayer &layer, const RunState &run)
-{
-    const double opacity = layer.opacity() * run.opacity;
-    painter.setOpacity(std::isfinite(opacity) ? opacity : 0);
-    drawPicture(painter, layer, layer.frame().translated(run.offset));
-}
-
-QPainterPath mirroredTopToBottom(const QPainterPath &path, const QRectF &box)
-{
-    return QTransform(1, 0, 0, -1, 0, box.top() + box.bottom()).map(path);
-}
-
-// The opacities go into the colour, so that nothing else in the painter fades.
-void drawShape(QPainter &painter, const ShapeLayer &layer, const RunState &run, DrawingStyle style)
-{
-    const QRectF box = layer.frame().translated(run.offset);
-    RGBAColor color = layer.color();
-    color.alpha *= layer.opacity() * run.opacity;
-    const QPainterPath upright = layer.outline().path(box);
-    painter.fillPath(style == DrawingStyle::frame ? mirroredTopToBottom(upright, box) : upright,
-                     color.color());
-}
-
-void drawScore(QPainter &painter, const ScoreLayer &layer, const RunState &run,
-               TextBlockCache &texts)
-{
-    drawScoreBar(painter, layer, layer.frame().translated(run.offset), run.opacity, texts);
-}
-
-// A countdown fades and never slides.
-void drawCountdown(QPainter &painter, const CountdownLayer &layer, double opacity,
-                   TextBlockCache &texts)
-{
-    const QRectF box = layer.frame();
-    if (!(opacity > LayerTakes::leastVisibility) || box.isEmpty())
-        return;
-    painter.setOpacity(opacity);
-    if (layer.showBackground()) {
-        QPainterPath background;
-        const double radius = layer.cornerRadius() > 0 ? layer.cornerRadius() : 0;
-        background.addRoundedRect(box, radius, radius);
-        painter.fillPath(background, layer.backgroundColor().color());
-    }
-    const auto time = texts.block(layer.formattedTime(), layer.resolvedFont());
-    const QSizeF spare = box.size() - time->size();
-    time->draw(painter, box.topLeft() + QPointF(spare.width(), spare.height()) * 0.5,
-               {layer.currentColor().color(), {}, 0});
-}
-
 double unit(double value)
 {
     return std::isfinite(value) ? std::clamp(value, 0.0, 1.0) : 0;
 }
 
-void drawLayer(QPainter &painter, const CanvasLayerItem &item, const RunState &run,
+void drawLayer(QPainter &painter, const CanvasLayerItem &item, QPointF offset, double runOpacity,
                DrawingStyle style, TextBlockCache &texts)
 {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    std::visit(Overloaded{
-                   [&](const TextLayer *text) { drawText(painter, *text, run, texts); },
-                   [&](const ImageLayer *image) { drawImage(painter, *image, run); },
-                   [&](const ShapeLayer *shape) { drawShape(painter, *shape, run, style); },
-                   [&](const ScoreLayer *score) { drawScore(painter, *score, run, texts); },
-                   [](const WebLayer *) {},
-                   [](const Model3DLayer *) {},
-                   [](const WindowCaptureLayer *) {},
-                   [&](const CountdownLayer *countdown) {
-                       drawCountdown(painter, *countdown, unit(countdown->opacity()) * run.opacity,
-                                     texts);
-                   },
-               },
-               item);
-    painter.restore();
+    const double pixelsPerUnit = painter.deviceTransform().m11();
+    for (const Primitive &primitive : primitivesOf(item, {offset, style, pixelsPerUnit}, texts))
+        drawPrimitive(painter, primitive, runOpacity);
 }
 
 } // namespace
@@ -172,16 +61,13 @@ QRectF drawnBounds(const CanvasLayerItem &item, TextBlockCache &texts)
 void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,
                double runOpacity, DrawingStyle style, TextBlockCache &texts)
 {
-    const bool isCountdown = std::holds_alternative<CountdownLayer *>(item);
-    if (isCountdown && document.size().isEmpty())
-        return;
-    drawLayer(painter, item, {offsetOf(document, *layerOf(item)), runOpacity}, style, texts);
+    drawLayer(painter, item, offsetOf(document, *layerOf(item)), runOpacity, style, texts);
 }
 
 void drawLayer(QPainter &painter, const CanvasLayerItem &item, DrawingStyle style,
                TextBlockCache &texts)
 {
-    drawLayer(painter, item, RunState(), style, texts);
+    drawLayer(painter, item, QPointF(), 1, style, texts);
 }
 
 } // namespace tessara

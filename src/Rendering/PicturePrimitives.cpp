@@ -1,9 +1,7 @@
-#include "Rendering/PictureDrawing.h"
+#include "Rendering/LayerPrimitives.h"
 
 #include "Models/ImageLayer.h"
 #include "Models/LayerGeometry.h"
-
-#include <QPainter>
 
 #include <algorithm>
 
@@ -11,7 +9,7 @@ namespace tessara {
 
 namespace {
 
-// The whole picture stretched so far that the crop fills the content; the clip does the cutting.
+// The whole picture stretched so far that the crop fills the content; the mask does the cutting.
 QRectF croppedPlacement(const QRectF &content, const QRectF &crop)
 {
     constexpr double leastSide = 0.0001; // of the picture
@@ -38,18 +36,17 @@ bool cutsNothing(const ImageLayer &layer, const QRectF &content, const QRectF &p
 
 } // namespace
 
-void drawPicture(QPainter &painter, const ImageLayer &layer, QRectF frame)
+std::vector<Primitive> picturePrimitives(const ImageLayer &layer, const QRectF &frame,
+                                         double pixelsPerUnit)
 {
     const QRectF content = layer.contentRect(frame);
     const QRectF placed = placement(layer, content);
     if (layer.image().isNull() || content.isEmpty() || placed.isEmpty())
-        return;
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+        return {};
+    PlacedPicture picture{layer.image().levelFor(placed.size() * pixelsPerUnit), placed};
     if (!cutsNothing(layer, content, placed))
-        painter.setClipPath(layer.maskPath(content), Qt::IntersectClip);
-    const QSizeF drawnSize = painter.worldTransform().mapRect(placed).size();
-    const QImage level = layer.image().levelFor(drawnSize);
-    painter.drawImage(placed, level, level.rect());
+        picture.mask = layer.maskPath(content);
+    return {{picture, {}, {Fading::Means::drawing, layer.opacity()}}};
 }
 
 } // namespace tessara

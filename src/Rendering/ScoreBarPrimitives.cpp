@@ -1,11 +1,9 @@
-#include "Rendering/ScoreBarDrawing.h"
+#include "Rendering/LayerPrimitives.h"
 
 #include "Models/LayerGeometry.h"
 #include "Models/ScoreLayer.h"
 #include "Rendering/ScoreBarGeometry.h"
 #include "Rendering/TextBlockCache.h"
-
-#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -37,37 +35,60 @@ RGBAColor systemYellow(double alpha)
     return {1, 0.8, 0, alpha};
 }
 
-void fillRounded(QPainter &painter, const QRectF &rect, double radius, const RGBAColor &color)
+// Draws in the bar's own coordinates, y upward.
+class BarDrawing
 {
-    const double fitting = std::min({radius, rect.width() * 0.5, rect.height() * 0.5});
-    QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
-    path.addRoundedRect(rect, fitting, fitting);
-    painter.fillPath(path, color.color());
-}
+public:
+    BarDrawing(std::vector<Primitive> &primitives, const QRectF &bar, const QRectF &frame)
+        : m_primitives(primitives)
+        , m_clip(frame)
+    {
+        m_toCanvas.translate(bar.left(), bar.bottom());
+        m_toCanvas.scale(1, -1);
+    }
+
+    void fill(const QPainterPath &path, const RGBAColor &color, const Fading &fading)
+    {
+        m_primitives.push_back({FilledPath{path, color}, m_toCanvas, fading, m_clip});
+    }
+    void fillRounded(const QRectF &rect, double radius, const RGBAColor &color,
+                     const Fading &fading)
+    {
+        const double fitting = std::min({radius, rect.width() * 0.5, rect.height() * 0.5});
+        QPainterPath path;
+        path.setFillRule(Qt::WindingFill);
+        path.addRoundedRect(rect, fitting, fitting);
+        fill(path, color, fading);
+    }
+
+private:
+    std::vector<Primitive> &m_primitives;
+    QRectF m_clip;
+    QTransform m_toCanvas;
+};
 
 // The palette's own alphas give way to those of the bar.
-void drawPanels(QPainter &painter, const ScoreBarGeometry &geometry, const ScorePalette &palette,
-                double opacity)
+void drawPanels(BarDrawing &drawing, const ScoreBarGeometry &geometry, const ScorePalette &palette,
+                const Fading &fading)
 {
     const double corner = geometry.panelCornerRadius;
-    fillRounded(painter, geometry.barRect, geometry.barCornerRadius,
-                withAlpha(palette.background, opacity * 0.78));
-    fillRounded(painter, geometry.homeRect, corner, withAlpha(palette.home, opacity));
-    fillRounded(painter, geometry.centerRect, corner, withAlpha(palette.center, opacity * 0.9));
-    fillRounded(painter, geometry.awayRect, corner, withAlpha(palette.away, opacity));
+    drawing.fillRounded(geometry.barRect, geometry.barCornerRadius,
+                        withAlpha(palette.background, 0.78), fading);
+    drawing.fillRounded(geometry.homeRect, corner, withAlpha(palette.home, 1), fading);
+    drawing.fillRounded(geometry.centerRect, corner, withAlpha(palette.center, 0.9), fading);
+    drawing.fillRounded(geometry.awayRect, corner, withAlpha(palette.away, 1), fading);
 }
 
-void drawBadges(QPainter &painter, const ScoreBarGeometry &geometry, const ScorePalette &palette,
-                double opacity)
+void drawBadges(BarDrawing &drawing, const ScoreBarGeometry &geometry, const ScorePalette &palette,
+                const Fading &fading)
 {
     constexpr double corner = 8;
     for (const QRectF &badge : {geometry.homeBadgeRect, geometry.awayBadgeRect})
-        fillRounded(painter, badge, corner, withAlpha(palette.badge, opacity));
+        drawing.fillRounded(badge, corner, withAlpha(palette.badge, 1), fading);
 }
 
 // Points at the centre panel from outside; `direction` is -1 on the left and 1 on the right.
-void drawPointer(QPainter &painter, double edge, double direction, const QRectF &center)
+QPainterPath pointer(double edge, double direction, const QRectF &center)
 {
     const double tip = edge + direction * 3;
     const double base = tip + direction * std::max(center.height() * 0.12, 9.0);
@@ -76,21 +97,23 @@ void drawPointer(QPainter &painter, double edge, double direction, const QRectF 
     QPainterPath path;
     path.addPolygon({{{tip, middle}, {base, middle - halfHeight}, {base, middle + halfHeight}}});
     path.closeSubpath();
-    painter.fillPath(path, systemYellow(0.95).color());
+    return path;
 }
 
 // Fully there as long as the bar is: no opacity reaches them.
-void drawTitleBarOrnaments(QPainter &painter, const ScoreBarGeometry &geometry)
+void drawTitleBarOrnaments(BarDrawing &drawing, const ScoreBarGeometry &geometry)
 {
     constexpr double inset = 7;
     constexpr double lift = 2; // from the bar's lower edge
-    QPainterPath hairline({inset, lift});
-    hairline.lineTo(std::max(geometry.barRect.width() - inset, inset), lift);
-    painter.strokePath(
-        hairline, QPen(withAlpha(RGBAColor::white, 0.62).color(), 1.2, Qt::SolidLine, Qt::FlatCap));
+    constexpr double hairlineWidth = 1.2;
+    const Fading never{Fading::Means::none};
+    const double end = std::max(geometry.barRect.width() - inset, inset);
+    QPainterPath hairline;
+    hairline.addRect(inset, lift - hairlineWidth / 2, end - inset, hairlineWidth);
+    drawing.fill(hairline, withAlpha(RGBAColor::white, 0.62), never);
     const QRectF &center = geometry.centerRect;
-    drawPointer(painter, center.left(), -1, center);
-    drawPointer(painter, center.right(), 1, center);
+    drawing.fill(pointer(center.left(), -1, center), systemYellow(0.95), never);
+    drawing.fill(pointer(center.right(), 1, center), systemYellow(0.95), never);
 }
 
 struct Inscription
@@ -182,8 +205,8 @@ std::vector<Inscription> titleBarInscriptions(const ScoreLayer &layer,
 }
 
 // Upright, hence not in the bar's own turned coordinates.
-void drawInscription(QPainter &painter, const Inscription &inscription, const QRectF &bar,
-                     TextBlockCache &texts)
+void appendInscription(std::vector<Primitive> &primitives, const Inscription &inscription,
+                       const QRectF &bar, const QRectF &frame, TextBlockCache &texts)
 {
     if (inscription.text.isEmpty())
         return;
@@ -191,17 +214,12 @@ void drawInscription(QPainter &painter, const Inscription &inscription, const QR
         texts.block(inscription.text, inscription.font, TextLayerHorizontalAlignment::center);
     const QPointF middle = inscription.target.center();
     const QPointF half = QPointF(block->size().width(), block->size().height()) * 0.5;
-    block->draw(painter, QPointF(bar.left() + middle.x(), bar.bottom() - middle.y()) - half,
-                {inscription.color.color(), {}, 0});
-}
-
-// A painter clips by whole pixels: outward, so that the bar's own edges stay soft between two rows.
-QRectF visiblePart(const QPainter &painter, const QRectF &frame)
-{
-    const QTransform toDevice = painter.deviceTransform();
-    const QRectF device(0, 0, painter.device()->width(), painter.device()->height());
-    const QRectF pixels = toDevice.mapRect(frame).intersected(device).toAlignedRect();
-    return toDevice.inverted().mapRect(pixels);
+    const std::size_t before = primitives.size();
+    appendText(primitives, *block,
+               QPointF(bar.left() + middle.x(), bar.bottom() - middle.y()) - half,
+               {inscription.color});
+    for (std::size_t index = before; index < primitives.size(); ++index)
+        primitives[index].clip = frame;
 }
 
 bool hasArea(const QRectF &frame)
@@ -212,33 +230,27 @@ bool hasArea(const QRectF &frame)
 
 } // namespace
 
-void drawScoreBar(QPainter &painter, const ScoreLayer &layer, const QRectF &frame,
-                  double runOpacity, TextBlockCache &texts)
+std::vector<Primitive> scoreBarPrimitives(const ScoreLayer &layer, const QRectF &frame,
+                                          TextBlockCache &texts)
 {
-    const QRectF visible = hasArea(frame) ? visiblePart(painter, frame) : QRectF();
-    if (visible.isEmpty())
-        return;
+    if (!hasArea(frame))
+        return {};
     const QRectF bar = laidOutBar(layer, frame);
     const bool isTitleBar = layer.scoreTemplate() == ScoreTemplate::titleBar;
     const ScoreBarGeometry geometry = makeScoreBarGeometry(bar.size(), layer.scoreTemplate());
     const ScorePalette palette = layer.palette();
-    const double opacity = layer.opacity() * runOpacity;
-
-    painter.setClipRect(visible, Qt::IntersectClip);
-    painter.save();
-    painter.translate(bar.bottomLeft());
-    painter.scale(1, -1);
-    drawPanels(painter, geometry, palette, opacity);
+    const Fading fading{Fading::Means::color, layer.opacity()};
+    std::vector<Primitive> primitives;
+    BarDrawing drawing(primitives, bar, frame);
+    drawPanels(drawing, geometry, palette, fading);
     if (isTitleBar)
-        drawTitleBarOrnaments(painter, geometry);
+        drawTitleBarOrnaments(drawing, geometry);
     else
-        drawBadges(painter, geometry, palette, opacity);
-    painter.restore();
-
-    painter.setOpacity(runOpacity);
+        drawBadges(drawing, geometry, palette, fading);
     for (const Inscription &inscription :
          isTitleBar ? titleBarInscriptions(layer, geometry) : standardInscriptions(layer, geometry))
-        drawInscription(painter, inscription, bar, texts);
+        appendInscription(primitives, inscription, bar, frame, texts);
+    return primitives;
 }
 
 } // namespace tessara

@@ -139,6 +139,27 @@ void TextBlock::placeGlyphRun(const QGlyphRun &run, QPointF origin)
     }
 }
 
+const QPainterPath &TextBlock::fillPath() const
+{
+    return m_outlines;
+}
+
+QPainterPath TextBlock::strokePath(double outlineWidth) const
+{
+    if (!(outlineWidth > 0))
+        return {};
+    if (m_stroke.outlineWidth != outlineWidth) {
+        QPainterPathStroker stroker;
+        stroker.setWidth(outlineWidth / 100 * m_font.face.pixelSize());
+        stroker.setCapStyle(Qt::FlatCap);
+        stroker.setJoinStyle(Qt::RoundJoin);
+        stroker.setCurveThreshold(0.05); // px at the face's size
+        m_stroke = {outlineWidth, stroker.createStroke(m_outlines)};
+        m_stroke.path.setFillRule(Qt::WindingFill);
+    }
+    return m_stroke.path;
+}
+
 void TextBlock::draw(QPainter &painter, QPointF topLeft, const TextPaint &paint) const
 {
     painter.save();
@@ -146,13 +167,10 @@ void TextBlock::draw(QPainter &painter, QPointF topLeft, const TextPaint &paint)
     painter.scale(m_font.scale, m_font.scale);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.fillPath(m_outlines, paint.fill);
+    painter.fillPath(fillPath(), paint.fill);
     drawPictures(painter, paint.fill.alphaF());
-    if (paint.outlineWidth > 0) {
-        const double width = paint.outlineWidth / 100 * m_font.face.pixelSize();
-        painter.strokePath(m_outlines,
-                           QPen(paint.outline, width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
-    }
+    if (paint.outlineWidth > 0)
+        painter.fillPath(strokePath(paint.outlineWidth), paint.outline);
     painter.restore();
 }
 

@@ -33,6 +33,12 @@ struct TextPaint
 class TextBlock
 {
 public:
+    struct PictureGlyph
+    {
+        QImage image; // premultiplied
+        QRectF box;   // at the face's own size, from the block's top left corner
+    };
+
     /// Without `wrapWidth` the text keeps its own line breaks and never wraps.
     TextBlock(const QString &text, const SizedFont &font,
               TextLayerHorizontalAlignment alignment = TextLayerHorizontalAlignment::leading,
@@ -40,14 +46,24 @@ public:
 
     /// The widest line by the height of all lines, the font's leading included, in canvas units.
     QSizeF size() const { return m_size; }
-    /// `topLeft` is that of the first line's box.
+    /// Canvas units in a unit of the face's own size.
+    double scale() const { return m_font.scale; }
+
+    /// The glyphs' insides, at the face's own size, from the block's top left corner.
+    const QPainterPath &fillPath() const;
+    /// The inside of a line along the glyphs' edges, to be filled like `fillPath`; `outlineWidth`
+    /// in percent of the font size. Empty for no width. The last width asked for is kept.
+    QPainterPath strokePath(double outlineWidth) const;
+    const std::vector<PictureGlyph> &pictures() const { return m_pictures; }
+
+    /// Fill, pictures, stroke. `topLeft` is that of the first line's box.
     void draw(QPainter &painter, QPointF topLeft, const TextPaint &paint) const;
 
 private:
-    struct PictureGlyph
+    struct Stroke
     {
-        QImage image;
-        QRectF box; // at the face's own size
+        double outlineWidth = 0;
+        QPainterPath path;
     };
 
     static PictureGlyph pictureOf(const QRawFont &font, quint32 glyph);
@@ -56,8 +72,9 @@ private:
 
     SizedFont m_font;
     QSizeF m_size;
-    QPainterPath m_outlines; // at the face's own size, from the block's top left corner
+    QPainterPath m_outlines;
     std::vector<PictureGlyph> m_pictures;
+    mutable Stroke m_stroke;
 };
 
 } // namespace tessara

@@ -49,19 +49,25 @@ std::vector<Primitive> textPrimitives(const TextLayer &layer, QPointF offset, Te
     return primitives;
 }
 
-QPainterPath mirroredTopToBottom(const QPainterPath &path, const QRectF &box)
+QPainterPath mirroredTopToBottom(const QPainterPath &path, double height)
 {
-    return QTransform(1, 0, 0, -1, 0, box.top() + box.bottom()).map(path);
+    return QTransform(1, 0, 0, -1, 0, height).map(path);
+}
+
+QTransform shiftedTo(QPointF place)
+{
+    return QTransform::fromTranslate(place.x(), place.y());
 }
 
 // The opacities go into the colour, so that nothing else fades.
 std::vector<Primitive> shapePrimitives(const ShapeLayer &layer, const DrawingPlace &place)
 {
-    const QRectF box = layer.frame().translated(place.offset);
-    const QPainterPath upright = layer.outline().path(box);
+    const QPainterPath upright = layer.outline().path({QPointF(), layer.size()});
     const bool isMirrored = place.style == DrawingStyle::frame;
-    return {{FilledPath{isMirrored ? mirroredTopToBottom(upright, box) : upright, layer.color()},
-             {},
+    const QPainterPath path =
+        isMirrored ? mirroredTopToBottom(upright, layer.size().height()) : upright;
+    return {{FilledPath{path, layer.color()},
+             shiftedTo(layer.position() + place.offset),
              {Fading::Means::color, layer.opacity()}}};
 }
 
@@ -81,8 +87,9 @@ std::vector<Primitive> countdownPrimitives(const CountdownLayer &layer, TextBloc
     if (layer.showBackground()) {
         QPainterPath background;
         const double radius = layer.cornerRadius() > 0 ? layer.cornerRadius() : 0;
-        background.addRoundedRect(box, radius, radius);
-        primitives.push_back({FilledPath{background, layer.backgroundColor()}, {}, fading});
+        background.addRoundedRect({QPointF(), box.size()}, radius, radius);
+        primitives.push_back(
+            {FilledPath{background, layer.backgroundColor()}, shiftedTo(box.topLeft()), fading});
     }
     const auto time = texts.block(layer.formattedTime(), layer.resolvedFont());
     const QSizeF spare = box.size() - time->size();
@@ -118,7 +125,7 @@ std::vector<Primitive> primitivesOf(const CanvasLayerItem &item, const DrawingPl
         Overloaded{
             [&](const TextLayer *text) { return textPrimitives(*text, place.offset, texts); },
             [&](const ImageLayer *image) {
-                return picturePrimitives(*image, image->frame().translated(place.offset),
+                return picturePrimitives(*image, image->position() + place.offset,
                                          place.pixelsPerUnit);
             },
             [&](const ShapeLayer *shape) { return shapePrimitives(*shape, place); },

@@ -28,8 +28,8 @@ struct DrawingPlace
 std::vector<Primitive> primitivesOf(const CanvasLayerItem &item, const DrawingPlace &place,
                                     TextBlockCache &texts);
 
-/// `frame` is the layer's box in canvas units.
-std::vector<Primitive> picturePrimitives(const ImageLayer &layer, const QRectF &frame,
+/// `place` is the layer's top left corner in canvas units.
+std::vector<Primitive> picturePrimitives(const ImageLayer &layer, QPointF place,
                                          double pixelsPerUnit);
 /// Nothing shows beyond `frame`, in canvas units. A crop is a window onto a larger bar. The layer's
 /// own opacity reaches the panels alone, the run's the texts as well, and neither the ornaments of

@@ -36,17 +36,19 @@ bool cutsNothing(const ImageLayer &layer, const QRectF &content, const QRectF &p
 
 } // namespace
 
-std::vector<Primitive> picturePrimitives(const ImageLayer &layer, const QRectF &frame,
+std::vector<Primitive> picturePrimitives(const ImageLayer &layer, QPointF place,
                                          double pixelsPerUnit)
 {
-    const QRectF content = layer.contentRect(frame);
+    const QRectF content = layer.contentRect({QPointF(), layer.size()});
     const QRectF placed = placement(layer, content);
     if (layer.image().isNull() || content.isEmpty() || placed.isEmpty())
         return {};
     PlacedPicture picture{layer.image().levelFor(placed.size() * pixelsPerUnit), placed};
     if (!cutsNothing(layer, content, placed))
         picture.mask = layer.maskPath(content);
-    return {{picture, {}, {Fading::Means::drawing, layer.opacity()}}};
+    return {{picture,
+             QTransform::fromTranslate(place.x(), place.y()),
+             {Fading::Means::drawing, layer.opacity()}}};
 }
 
 } // namespace tessara

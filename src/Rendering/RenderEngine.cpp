@@ -23,19 +23,10 @@ std::int64_t wholeSide(double side)
     return std::int64_t(side);
 }
 
-tl::expected<QImage, RenderEngineError> makeClearBitmap(QSizeF canvas)
+tl::expected<QImage, RenderEngineError> makeClearBitmap(QSize size)
 {
-    const std::int64_t width = wholeSide(canvas.width());
-    const std::int64_t height = wholeSide(canvas.height());
-    if (width > std::numeric_limits<std::int64_t>::max() / bytesPerPixel)
-        qFatal("The canvas has no size that could be drawn.");
-    constexpr std::int64_t largestSide = 32767; // of a raster that a painter can reach
-    if (width < 1 || height < 1)
-        return tl::unexpected(RenderEngineError::contextCreationFailed);
-    if (width > largestSide || height > largestSide)
-        return tl::unexpected(RenderEngineError::bitmapCreationFailed);
     // Painted as the painter is fastest; the bytes are put into their order at the end.
-    QImage bitmap(int(width), int(height), QImage::Format_ARGB32_Premultiplied);
+    QImage bitmap(size, QImage::Format_ARGB32_Premultiplied);
     if (bitmap.isNull())
         return tl::unexpected(RenderEngineError::bitmapCreationFailed);
     bitmap.fill(Qt::transparent);
@@ -69,11 +60,30 @@ QString text(RenderEngineError error)
     Q_UNREACHABLE();
 }
 
+tl::expected<QSize, RenderEngineError> frameSize(QSizeF canvas)
+{
+    const std::int64_t width = wholeSide(canvas.width());
+    const std::int64_t height = wholeSide(canvas.height());
+    if (width > std::numeric_limits<std::int64_t>::max() / bytesPerPixel)
+        qFatal("The canvas has no size that could be drawn.");
+    constexpr std::int64_t largestSide = 32767; // of a raster that a painter can reach
+    if (width < 1 || height < 1)
+        return tl::unexpected(RenderEngineError::contextCreationFailed);
+    if (width > largestSide || height > largestSide)
+        return tl::unexpected(RenderEngineError::bitmapCreationFailed);
+    return QSize(int(width), int(height));
+}
+
+QTransform frameTransform(QSizeF canvas, QSize frame)
+{
+    return QTransform::fromTranslate(0, frame.height() - canvas.height());
+}
+
 tl::expected<QImage, RenderEngineError>
 RenderEngine::render(const CanvasDocument &document, const std::optional<QColor> &background)
 {
     const QSizeF canvas = document.size();
-    tl::expected<QImage, RenderEngineError> frame = makeClearBitmap(canvas);
+    tl::expected<QImage, RenderEngineError> frame = frameSize(canvas).and_then(makeClearBitmap);
     if (!frame)
         return frame;
     QPainter painter;
@@ -81,8 +91,7 @@ RenderEngine::render(const CanvasDocument &document, const std::optional<QColor>
         return tl::unexpected(RenderEngineError::contextCreationFailed);
     if (background)
         painter.fillRect(frame->rect(), *background);
-    // The frame counts its rows from the lower edge, so a fraction of a row is lost at the top.
-    painter.translate(0, frame->height() - canvas.height());
+    painter.setTransform(frameTransform(canvas, frame->size()));
     for (const CanvasLayerItem &item : document.orderedLayers()) {
         const double opacity = runOpacity(document, item);
         if (opacity > 0)

@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QTransform>
 
 #include "Rendering/TextBlockCache.h"
 
@@ -17,6 +18,12 @@ class CanvasDocument;
 enum class RenderEngineError { bitmapCreationFailed, contextCreationFailed, imageCreationFailed };
 
 QString text(RenderEngineError error);
+
+/// The pixels of a canvas's frame, fractions cut; an error for one that no raster can hold.
+tl::expected<QSize, RenderEngineError> frameSize(QSizeF canvas);
+/// From canvas units to pixels: the frame counts its rows from the lower edge, so that a fraction
+/// of a row is lost at the top.
+QTransform frameTransform(QSizeF canvas, QSize frame);
 
 /// Draws every frame from nothing; only the layout of its texts is kept from frame to frame.
 class RenderEngine

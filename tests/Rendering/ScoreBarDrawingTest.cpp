@@ -1,4 +1,4 @@
-#include "Rendering/ScoreBarDrawing.h"
+#include "Rendering/LayerDrawing.h"
 
 #include "Base/RawString.h"
 #include "Rendering/LayerDrawing.h"

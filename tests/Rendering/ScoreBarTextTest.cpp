@@ -1,4 +1,4 @@
-#include "Rendering/ScoreBarDrawing.h"
+#include "Rendering/LayerDrawing.h"
 
 #include "Rendering/ScoreBarFixture.h"
 #include "Rendering/TextBlock.h"

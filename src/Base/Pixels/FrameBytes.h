@@ -3,6 +3,7 @@
 
 #include <QtGlobal>
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
 
@@ -26,6 +27,14 @@ public:
     static FrameBytes zeroed(qsizetype size);
 
     bool isNull() const { return !m_bytes; }
+    /// Somebody else holds the bytes as well. A no is final, as long as nobody copies this one: who
+    /// let go last, on any thread, has done with them.
+    bool isShared() const
+    {
+        const bool shared = m_bytes.use_count() > 1;
+        std::atomic_thread_fence(std::memory_order_acquire);
+        return shared;
+    }
     qsizetype size() const { return m_size; }
     const quint8 *data() const { return m_bytes.get(); }
     /// For whoever allocated the bytes, until the first copy has been handed on.

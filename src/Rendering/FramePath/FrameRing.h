@@ -1,0 +1,43 @@
+// Frames that are kept while they go round between the program and a device.
+#pragma once
+
+#include "Base/Pixels/FrameBytes.h"
+#include "Rendering/FramePath/TileDamage.h"
+
+#include <memory>
+
+namespace tessara {
+
+/// Every kept frame knows what has changed since it was last composed. A device holds a frame for
+/// as long as it likes: one that is still held is never written.
+class FrameRing
+{
+public:
+    struct Slot
+    {
+        FrameBytes bytes;
+        TileDamage stale;
+        quint64 lastUse = 0;
+    };
+
+    /// Forgets all frames. `bytes` is the size of one.
+    void setUp(QSize frame, qsizetype bytes);
+
+    /// The last frame that was taken; null before the first.
+    Slot *current() const { return m_current; }
+    /// What the frames show is no longer so.
+    void add(const TileDamage &damage);
+    /// A frame that nobody holds, as little stale as there is; null if there is no memory for it.
+    Slot *next();
+
+private:
+    void dropIdle();
+
+    QSize m_frame;
+    qsizetype m_bytes = 0;
+    quint64 m_uses = 0;
+    std::vector<std::unique_ptr<Slot>> m_slots;
+    Slot *m_current = nullptr;
+};
+
+} // namespace tessara

@@ -1,0 +1,299 @@
+#include "Rendering/FramePath/FrameScene.h"
+
+#include "Models/CanvasDocument.h"
+#include "Rendering/LayerDrawing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessara {
+
+namespace {
+
+constexpr double longestSlide = 140; // canvas units
+
+QRect frameRect(const FrameGeometry &geometry)
+{
+    return {QPoint(), geometry.pixels};
+}
+
+QRectF reachOf(const Primitive &primitive, const QTransform &canvasToDevice)
+{
+    constexpr double far = 1e6; // px
+    const QTransform toDevice = primitive.toCanvas * canvasToDevice;
+    const auto *fill = std::get_if<FilledPath>(&primitive.what);
+    QRectF reach = toDevice.mapRect(fill ? fill->path.controlPointRect()
+                                         : std::get<PlacedPicture>(primitive.what).box);
+    if (const auto *picture = std::get_if<PlacedPicture>(&primitive.what);
+        picture && picture->mask)
+        reach &= toDevice.mapRect(picture->mask->controlPointRect());
+    if (primitive.clip)
+        reach &= QRectF(clipInPixels(*primitive.clip, canvasToDevice));
+    return reach & QRectF(-far, -far, 2 * far, 2 * far);
+}
+
+struct Slide
+{
+    int whole = 0;
+    int fraction = 0; // 256ths
+};
+
+Slide slideFrom(double pixels)
+{
+    const double rounded = std::round(pixels * 256);
+    const auto all = int(std::clamp(rounded, -1e8, 1e8));
+    return {all >> 8, all & 255};
+}
+
+} // namespace
+
+FrameScene::FrameScene(ForkJoin &workers)
+    : m_workers(workers)
+{
+}
+
+FrameScene::~FrameScene()
+{
+    for (const QMetaObject::Connection &connection : m_connections)
+        QObject::disconnect(connection);
+}
+
+void FrameScene::watch(const CanvasDocument &document)
+{
+    for (const QMetaObject::Connection &connection : m_connections)
+        QObject::disconnect(connection);
+    m_document = &document;
+    const auto find = [this](const QUuid &id) {
+        const auto layer = std::find_if(m_layers.begin(), m_layers.end(),
+                                        [&](const auto &each) { return each->id == id; });
+        return layer == m_layers.end() ? nullptr : layer->get();
+    };
+    m_connections = {
+        QObject::connect(&document, &CanvasDocument::layerChanged,
+                         [this, find](const QUuid &id) {
+                             if (SceneLayer *layer = find(id)) {
+                                 layer->isContentStale = layer->isStateStale = true;
+                                 m_isStale = true;
+                             }
+                         }),
+        QObject::connect(&document, &CanvasDocument::visibilityChanged,
+                         [this, find](const QUuid &id) {
+                             if (SceneLayer *layer = find(id))
+                                 layer->isStateStale = m_isStale = true;
+                         }),
+        QObject::connect(&document, &CanvasDocument::layerOrderChanged,
+                         [this] { m_isOrderStale = m_isStale = true; }),
+        QObject::connect(&document, &CanvasDocument::layerRunSettingsChanged, [this] {
+            for (const auto &layer : m_layers)
+                layer->isStateStale = true;
+            m_isStale = true;
+        }),
+        QObject::connect(&document, &CanvasDocument::layerVisibilityChanged,
+                         [this] { m_isStale = true; }),
+        QObject::connect(&document, &CanvasDocument::sizeChanged, [this] { markAll(); }),
+    };
+    m_layers.clear();
+    markAll();
+    m_isOrderStale = true;
+}
+
+void FrameScene::markAll()
+{
+    for (const auto &layer : m_layers)
+        layer->isContentStale = layer->isStateStale = true;
+    m_isStale = true;
+}
+
+bool FrameScene::isUpToDate(const CanvasDocument &document, const FrameGeometry &geometry) const
+{
+    return !m_isStale && isFor(document, geometry);
+}
+
+void FrameScene::update(const CanvasDocument &document, const FrameGeometry &geometry,
+                        TileDamage &damage)
+{
+    if (isUpToDate(document, geometry))
+        return;
+    if (m_document != &document)
+        watch(document);
+    if (!(m_geometry == geometry)) {
+        m_geometry = geometry;
+        markAll();
+    }
+    if (m_isOrderStale)
+        syncOrder(damage);
+    for (const auto &layer : m_layers) {
+        if (!layer->isStateStale)
+            continue;
+        layer->opacity = runOpacity(document, layer->item);
+        const QPointF slide = slideOf(*layer);
+        if (layer->opacity > 0 && (layer->isContentStale || !partsFit(*layer, slide)))
+            rebuildParts(*layer, slide);
+    }
+    makeRasters();
+    m_items.clear();
+    for (const auto &layer : m_layers) {
+        if (layer->isStateStale)
+            rebuildItems(*layer, slideOf(*layer), damage);
+        layer->isStateStale = false;
+        m_items.insert(m_items.end(), layer->items.begin(), layer->items.end());
+    }
+    m_isStale = false;
+}
+
+// Whoever keeps its neighbours on both ends of the order keeps its place; the others are taken off
+// the frame and come back where they belong.
+void FrameScene::syncOrder(TileDamage &damage)
+{
+    const QList<CanvasLayerItem> ordered = m_document->orderedLayers();
+    Layers old = std::exchange(m_layers, {});
+    const auto isSame = [](const CanvasLayerItem &item, const std::unique_ptr<SceneLayer> &layer) {
+        return layer && layerOf(item)->id() == layer->id && layer->item == item;
+    };
+    const auto remove = [&](SceneLayer &layer) {
+        for (const DrawItem &item : layer.items)
+            damage.add(item.bounds());
+        layer.items.clear();
+        layer.isStateStale = true;
+    };
+    std::size_t head = 0;
+    while (head < old.size() && head < std::size_t(ordered.size())
+           && isSame(ordered[qsizetype(head)], old[head]))
+        ++head;
+    std::size_t tail = 0;
+    while (tail < old.size() - head && tail < std::size_t(ordered.size()) - head
+           && isSame(ordered[ordered.size() - 1 - qsizetype(tail)], old[old.size() - 1 - tail]))
+        ++tail;
+    for (std::size_t index = head; index < old.size() - tail; ++index)
+        remove(*old[index]);
+    for (qsizetype index = 0; index < ordered.size(); ++index) {
+        const CanvasLayerItem &item = ordered[index];
+        const auto known = std::find_if(old.begin(), old.end(), [&](const auto &layer) {
+            return isSame(item, layer);
+        });
+        if (known != old.end()) {
+            m_layers.push_back(std::move(*known));
+        } else {
+            m_layers.push_back(std::make_unique<SceneLayer>());
+            m_layers.back()->item = item;
+            m_layers.back()->id = layerOf(item)->id();
+        }
+    }
+    m_isOrderStale = false;
+}
+
+QPointF FrameScene::slideOf(const SceneLayer &layer) const
+{
+    if (std::holds_alternative<CountdownLayer *>(layer.item))
+        return {}; // it fades and never slides
+    const QSizeF offset =
+        m_document->effectiveTransitionOffset(layer.id, layerOf(layer.item)->isHidden());
+    return QPointF(offset.width(), offset.height()) * m_geometry.canvasToDevice.m11();
+}
+
+bool FrameScene::partsFit(const SceneLayer &layer, QPointF slide) const
+{
+    return std::all_of(layer.parts.begin(), layer.parts.end(), [&](const Part &part) {
+        return fits(part.placed, !part.color, part.reach, slide);
+    });
+}
+
+// A sprite serves where it knows all that the frame shows of it. The platform samples a row of a
+// picture from where the row begins, so that a picture at rest must begin at the same pixel.
+bool FrameScene::fits(const PlacedSprite &placed, bool isPicture, const QRectF &reach,
+                      QPointF slide) const
+{
+    const QRectF area = placed.area();
+    const QRectF frame = frameRect(m_geometry);
+    const QRectF seen =
+        (frame.translated(-slide) | frame.translated(-QPointF(std::floor(slide.x()), std::floor(slide.y()))))
+        & reach;
+    const bool knowsAll = seen.isEmpty() || area.contains(seen);
+    if (!isPicture || !slide.isNull() || !knowsAll)
+        return knowsAll;
+    return seen.isEmpty() || std::max(reach.left(), area.left()) == std::max(reach.left(), 0.0);
+}
+
+void FrameScene::rebuildParts(SceneLayer &layer, QPointF slide)
+{
+    const QTransform &toDevice = m_geometry.canvasToDevice;
+    const std::vector<Primitive> primitives =
+        primitivesOf(layer.item, {QPointF(), m_geometry.style, toDevice.m11()}, m_texts);
+    layer.parts.clear();
+    layer.parts.resize(primitives.size());
+    for (std::size_t index = 0; index < primitives.size(); ++index) {
+        const Primitive &primitive = primitives[index];
+        Part &part = layer.parts[index];
+        part.reach = reachOf(primitive, toDevice);
+        part.fading = primitive.fading;
+        if (const auto *fill = std::get_if<FilledPath>(&primitive.what))
+            part.color = fill->color;
+        const SpriteKey key(primitive, toDevice);
+        const auto known = m_sprites.find(key, [&](const PlacedSprite &placed) {
+            return fits(placed, primitive.isPicture(), part.reach, slide);
+        });
+        if (known) {
+            part.placed = *known;
+            continue;
+        }
+        const int margin = int(std::ceil(longestSlide * toDevice.m11())) + 2;
+        const bool isWide = !primitive.isPicture() || !slide.isNull();
+        const QRect frame = frameRect(m_geometry);
+        m_rasters.push_back({key, primitive,
+                             isWide ? frame.adjusted(-margin, -margin, margin, margin) : frame,
+                             &part.placed, nullptr});
+    }
+    layer.isContentStale = false;
+}
+
+void FrameScene::makeRasters()
+{
+    if (m_rasters.empty())
+        return;
+    m_workers.run(int(m_rasters.size()), m_workers.threads() - 1, [this](int piece, int) {
+        Raster &raster = m_rasters[std::size_t(piece)];
+        raster.sprite = Sprite::make(raster.primitive, m_geometry.canvasToDevice, raster.area);
+    });
+    for (Raster &raster : m_rasters) {
+        *raster.target = {raster.sprite, QPoint()};
+        m_sprites.insert(raster.key, raster.sprite);
+        raster.sprite.reset();
+    }
+    m_rasters.clear();
+}
+
+void FrameScene::rebuildItems(SceneLayer &layer, QPointF slide, TileDamage &damage)
+{
+    const Slide across = slideFrom(slide.x());
+    const Slide down = slideFrom(slide.y());
+    std::size_t count = 0;
+    const auto put = [&](const DrawItem &item) {
+        if (count == layer.items.size()) {
+            layer.items.push_back(item);
+            damage.add(item.bounds());
+        } else if (DrawItem &old = layer.items[count]; !(old == item)) {
+            damage.add(old.bounds());
+            damage.add(item.bounds());
+            old = item;
+        }
+        ++count;
+    };
+    if (layer.opacity > 0) {
+        for (const Part &part : layer.parts) {
+            const QRect bounds = part.placed.bounds();
+            const quint32 color =
+                part.color ? blendedColor(*part.color, part.fading, layer.opacity) : 0;
+            const int opacity = part.color ? 255 : blendedOpacity(part.fading, layer.opacity);
+            const bool isSeen = part.color ? color != 0 : opacity > 0;
+            if (isSeen && !bounds.isEmpty())
+                put({part.placed.sprite.get(), part.placed.sprite->serial(),
+                     bounds.translated(across.whole, down.whole), across.fraction, down.fraction,
+                     color, opacity});
+        }
+    }
+    for (std::size_t index = count; index < layer.items.size(); ++index)
+        damage.add(layer.items[index].bounds());
+    layer.items.resize(count);
+}
+
+} // namespace tessara

@@ -1,0 +1,105 @@
+// The document as sprites, kept up to date.
+#pragma once
+
+#include "Base/ForkJoin.h"
+#include "Models/CanvasLayerItem.h"
+#include "Rendering/FramePath/RowComposer.h"
+#include "Rendering/FramePath/SpriteCache.h"
+#include "Rendering/FramePath/TileDamage.h"
+#include "Rendering/LayerPrimitives.h"
+#include "Rendering/TextBlockCache.h"
+
+#include <QObject>
+#include <QPointer>
+
+namespace tessara {
+
+class CanvasDocument;
+
+/// How a document becomes pixels.
+struct FrameGeometry
+{
+    QSize pixels;
+    QTransform canvasToDevice; // a scale and a shift
+    DrawingStyle style = DrawingStyle::frame;
+
+    bool operator==(const FrameGeometry &) const = default;
+};
+
+/// Follows the notices of one document: a layer whose drawing has changed gets new sprites when it
+/// is next seen, one that fades or slides only other numbers. What stands still costs nothing.
+class FrameScene
+{
+    Q_DISABLE_COPY_MOVE(FrameScene)
+
+public:
+    explicit FrameScene(ForkJoin &workers);
+    ~FrameScene();
+
+    /// Brings the items to the state of the document and adds what looks otherwise to `damage`,
+    /// which is of the geometry's size. With another document or another geometry the caller takes
+    /// the whole frame for damaged.
+    void update(const CanvasDocument &document, const FrameGeometry &geometry, TileDamage &damage);
+    /// Nothing has changed since the last update; only then is there nothing to do.
+    bool isUpToDate(const CanvasDocument &document, const FrameGeometry &geometry) const;
+    /// The last update was for these, whatever has changed since.
+    bool isFor(const CanvasDocument &document, const FrameGeometry &geometry) const
+    {
+        return m_document == &document && m_geometry == geometry;
+    }
+
+    /// From the lowest to the highest; valid until the next update.
+    std::span<const DrawItem> items() const { return m_items; }
+
+private:
+    struct Part
+    {
+        PlacedSprite placed;
+        QRectF reach;       // px, what the primitive could cover
+        std::optional<RGBAColor> color; // none for a picture
+        Fading fading;
+    };
+    struct SceneLayer
+    {
+        CanvasLayerItem item;
+        QUuid id;
+        bool isContentStale = true;
+        bool isStateStale = true;
+        double opacity = 0;
+        std::vector<Part> parts;
+        std::vector<DrawItem> items;
+    };
+    struct Raster // to be made
+    {
+        SpriteKey key;
+        Primitive primitive;
+        QRect area;
+        PlacedSprite *target;
+        std::shared_ptr<const Sprite> sprite;
+    };
+    using Layers = std::vector<std::unique_ptr<SceneLayer>>;
+
+    void watch(const CanvasDocument &document);
+    void markAll();
+    void syncOrder(TileDamage &damage);
+    QPointF slideOf(const SceneLayer &layer) const;
+    bool partsFit(const SceneLayer &layer, QPointF slide) const;
+    bool fits(const PlacedSprite &placed, bool isPicture, const QRectF &reach, QPointF slide) const;
+    void rebuildParts(SceneLayer &layer, QPointF slide);
+    void makeRasters();
+    void rebuildItems(SceneLayer &layer, QPointF slide, TileDamage &damage);
+
+    ForkJoin &m_workers;
+    QPointer<const CanvasDocument> m_document;
+    std::vector<QMetaObject::Connection> m_connections;
+    FrameGeometry m_geometry;
+    bool m_isStale = true;
+    bool m_isOrderStale = true;
+    TextBlockCache m_texts;
+    SpriteCache m_sprites;
+    Layers m_layers;
+    std::vector<Raster> m_rasters;
+    std::vector<DrawItem> m_items;
+};
+
+} // namespace tessara

@@ -1,0 +1,272 @@
+#include "Rendering/FramePath/Sprite.h"
+
+#include "Base/Overloaded.h"
+#include "Base/Pixels/RowBlending.h"
+#include "Rendering/CoverageMask.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+#include <new>
+
+namespace tessara {
+
+namespace {
+
+constexpr qsizetype stripPixels = 1 << 19; // of a raster in the making
+
+enum class Cell : quint8 { empty, soft, full };
+
+Cell cellOfMask(const quint8 *pixels)
+{
+    quint64 all;
+    std::memcpy(&all, pixels, sizeof all);
+    return all == 0 ? Cell::empty : all == ~quint64(0) ? Cell::full : Cell::soft;
+}
+
+Cell cellOfPicture(const quint8 *pixels)
+{
+    quint32 either = 0;
+    quint32 both = ~quint32(0);
+    for (int index = 0; index < cellWidth; ++index) {
+        quint32 pixel;
+        std::memcpy(&pixel, pixels + 4 * index, sizeof pixel);
+        either |= pixel;
+        both &= pixel;
+    }
+    return either == 0 ? Cell::empty : both >> 24 == 255 ? Cell::full : Cell::soft;
+}
+
+QRect alignedPixels(const QRectF &box, const QRect &area)
+{
+    return box.intersected(area).toAlignedRect().intersected(area);
+}
+
+quint32 nextSerial()
+{
+    static std::atomic<quint32> last = 0;
+    return ++last;
+}
+
+} // namespace
+
+/// Takes rows from the top and keeps what is in them.
+class Sprite::Builder
+{
+public:
+    Builder(Sprite &sprite, Kind kind, const QRect &bounds)
+        : m_sprite(sprite)
+        , m_cells(std::size_t(bounds.width() + cellWidth - 1) / cellWidth)
+        , m_row(m_cells * cellWidth * (kind == Kind::mask ? 1 : 4))
+    {
+        sprite.m_kind = kind;
+        sprite.m_bounds = bounds;
+        sprite.m_rowStarts.reserve(std::size_t(bounds.height()) + 1);
+        sprite.m_rowStarts.push_back(0);
+        sprite.m_fullSpans.reserve(std::size_t(bounds.height()));
+    }
+
+    /// Rows of the width of the bounds, the first at `pixels`.
+    void addRows(const quint8 *pixels, qsizetype rowBytes, int rows)
+    {
+        const std::size_t firstRun = m_sprite.m_runs.size();
+        const qsizetype given = qsizetype(m_sprite.m_bounds.width()) * m_sprite.bytesPerPixel();
+        m_kept.clear();
+        for (int row = 0; row < rows; ++row) {
+            std::memcpy(m_row.data(), pixels + row * rowBytes, std::size_t(given));
+            addRow();
+        }
+        keep(firstRun);
+    }
+    void addEmptyRows(int rows)
+    {
+        for (int row = 0; row < rows; ++row)
+            endRow({});
+    }
+
+private:
+    qsizetype cellBytes() const { return cellWidth * m_sprite.bytesPerPixel(); }
+
+    void classify()
+    {
+        const auto kindOf = m_sprite.m_kind == Kind::mask ? cellOfMask : cellOfPicture;
+        m_kinds.resize(m_cells);
+        for (std::size_t cell = 0; cell < m_cells; ++cell)
+            m_kinds[cell] = kindOf(m_row.data() + qsizetype(cell) * cellBytes());
+        // A change of kind costs as much as a few cells: short gaps and short full stretches are
+        // taken along.
+        constexpr std::size_t shortestGap = 3;
+        constexpr std::size_t shortestFull = 8;
+        for (std::size_t cell = 0; cell < m_cells;) {
+            std::size_t end = cell + 1;
+            while (end < m_cells && m_kinds[end] == m_kinds[cell])
+                ++end;
+            const bool isInside = cell > 0 && end < m_cells;
+            const bool isShort = (m_kinds[cell] == Cell::full && end - cell < shortestFull)
+                                 || (m_kinds[cell] == Cell::empty && isInside
+                                     && end - cell < shortestGap);
+            if (isShort)
+                std::fill(m_kinds.begin() + qsizetype(cell), m_kinds.begin() + qsizetype(end),
+                          Cell::soft);
+            cell = end;
+        }
+    }
+
+    void addRow()
+    {
+        classify();
+        Span longest;
+        for (std::size_t cell = 0; cell < m_cells;) {
+            std::size_t end = cell + 1;
+            while (end < m_cells && m_kinds[end] == m_kinds[cell])
+                ++end;
+            if (m_kinds[cell] != Cell::empty) {
+                const bool isFull = m_kinds[cell] == Cell::full;
+                const SpriteRun run{nullptr, quint16(cell * cellWidth),
+                                    quint16((end - cell) * cellWidth), isFull};
+                if (isFull && run.pixels > longest.pixels)
+                    longest = {run.x, run.pixels};
+                m_sprite.m_runs.push_back(run);
+                if (needsData(run))
+                    m_kept.insert(m_kept.end(), m_row.begin() + qsizetype(cell) * cellBytes(),
+                                  m_row.begin() + qsizetype(end) * cellBytes());
+            }
+            cell = end;
+        }
+        endRow(longest);
+    }
+
+    // What is covered wholly needs no mask.
+    bool needsData(const SpriteRun &run) const
+    {
+        return m_sprite.m_kind == Kind::picture || !run.isFull;
+    }
+
+    void endRow(Span longest)
+    {
+        m_sprite.m_rowStarts.push_back(quint32(m_sprite.m_runs.size()));
+        m_sprite.m_fullSpans.push_back(longest);
+        m_sprite.m_hasFullSpans = m_sprite.m_hasFullSpans || longest.pixels > 0;
+    }
+
+    void keep(std::size_t firstRun)
+    {
+        m_sprite.m_blocks.push_back(Block::make(m_kept.size()));
+        quint8 *data = m_sprite.m_blocks.back().get();
+        std::copy(m_kept.begin(), m_kept.end(), data);
+        for (std::size_t index = firstRun; index < m_sprite.m_runs.size(); ++index) {
+            SpriteRun &run = m_sprite.m_runs[index];
+            if (!needsData(run))
+                continue;
+            run.data = data;
+            data += run.pixels * m_sprite.bytesPerPixel();
+        }
+        m_sprite.m_bytes += qsizetype(m_kept.size());
+    }
+
+    Sprite &m_sprite;
+    std::size_t m_cells;
+    std::vector<quint8> m_row; // whole cells
+    std::vector<Cell> m_kinds;
+    std::vector<quint8> m_kept;
+};
+
+void Sprite::Block::free(quint8 *bytes)
+{
+    ::operator delete(bytes, std::align_val_t(cacheLine));
+}
+
+std::unique_ptr<quint8, void (*)(quint8 *)> Sprite::Block::make(std::size_t bytes)
+{
+    auto *memory = ::operator new(std::max<std::size_t>(bytes, 1), std::align_val_t(cacheLine));
+    return {static_cast<quint8 *>(memory), &Block::free};
+}
+
+void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const QRect &area)
+{
+    constexpr int simple = 200; // elements; more are dearer to walk through than memory is
+    constexpr double rim = 2;   // px
+    const QRectF box = toDevice.mapRect(fill.path.controlPointRect());
+    const QRect pixels = alignedPixels(box.adjusted(-rim, -rim, rim, rim), area);
+    if (pixels.isEmpty())
+        return;
+    const bool isWhole = fill.path.elementCount() > simple
+                         || qsizetype(pixels.width()) * pixels.height() <= 2 * stripPixels;
+    if (isWhole) {
+        const CoverageMask mask = rasterizedPath(fill.path, toDevice, pixels);
+        if (!mask.bounds.isEmpty())
+            Builder(*this, Kind::mask, mask.bounds)
+                .addRows(mask.row(mask.bounds.top()), mask.bounds.width(), mask.bounds.height());
+        return;
+    }
+    Builder builder(*this, Kind::mask, pixels);
+    std::vector<quint8> row(std::size_t(pixels.width()));
+    const int stripRows = std::max(1, int(stripPixels / pixels.width()));
+    for (int top = pixels.top(); top <= pixels.bottom(); top += stripRows) {
+        const QRect strip(pixels.left(), top, pixels.width(),
+                          std::min(stripRows, pixels.bottom() + 1 - top));
+        const CoverageMask mask = rasterizedPath(fill.path, toDevice, strip);
+        if (mask.bounds.isEmpty()) {
+            builder.addEmptyRows(strip.height());
+            continue;
+        }
+        builder.addEmptyRows(mask.bounds.top() - strip.top());
+        std::vector<quint8> rows(std::size_t(pixels.width()) * std::size_t(mask.bounds.height()));
+        for (int y = 0; y < mask.bounds.height(); ++y)
+            std::copy_n(mask.row(mask.bounds.top() + y), mask.bounds.width(),
+                        rows.data() + qsizetype(y) * pixels.width() + mask.bounds.left()
+                            - pixels.left());
+        builder.addRows(rows.data(), pixels.width(), mask.bounds.height());
+        builder.addEmptyRows(strip.bottom() - mask.bounds.bottom());
+    }
+}
+
+// Strip by strip, since a raster of a whole canvas would double the memory that the picture takes.
+void Sprite::addPicture(const Primitive &primitive, const QTransform &toDevice, const QRect &area)
+{
+    const auto &picture = std::get<PlacedPicture>(primitive.what);
+    QRect pixels = alignedPixels(toDevice.mapRect(picture.box).adjusted(-1, -1, 1, 1), area);
+    if (picture.mask) {
+        const QRectF shown = toDevice.mapRect(picture.mask->controlPointRect());
+        pixels = alignedPixels(shown.adjusted(-1, -1, 1, 1), pixels);
+    }
+    if (pixels.isEmpty())
+        return;
+    Builder builder(*this, Kind::picture, pixels);
+    const int stripRows = std::max(1, int(stripPixels / pixels.width()));
+    QImage strip(pixels.width(), std::min(stripRows, pixels.height()),
+                 QImage::Format_ARGB32_Premultiplied);
+    for (int top = pixels.top(); top <= pixels.bottom(); top += stripRows) {
+        strip.fill(Qt::transparent);
+        QPainter painter(&strip);
+        painter.setTransform(QTransform::fromTranslate(-pixels.left(), -top));
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+        painter.setTransform(toDevice, true);
+        if (picture.mask)
+            painter.setClipPath(*picture.mask);
+        painter.drawImage(picture.box, picture.image, picture.image.rect());
+        painter.end();
+        builder.addRows(strip.constBits(), strip.bytesPerLine(),
+                        std::min(stripRows, pixels.bottom() + 1 - top));
+    }
+}
+
+std::shared_ptr<const Sprite> Sprite::make(const Primitive &primitive,
+                                           const QTransform &canvasToDevice, const QRect &area)
+{
+    const std::shared_ptr<Sprite> sprite(new Sprite);
+    sprite->m_serial = nextSerial();
+    sprite->m_area = area;
+    const QRect shown =
+        primitive.clip ? clipInPixels(*primitive.clip, canvasToDevice).intersected(area) : area;
+    const QTransform toDevice = primitive.toCanvas * canvasToDevice;
+    if (const auto *fill = std::get_if<FilledPath>(&primitive.what))
+        sprite->addFill(*fill, toDevice, shown);
+    else
+        sprite->addPicture(primitive, toDevice, shown);
+    return sprite;
+}
+
+} // namespace tessara

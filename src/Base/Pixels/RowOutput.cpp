@@ -1,0 +1,350 @@
+#include "Base/Pixels/RowOutput.h"
+
+#include <cstring>
+
+#include "Base/Pixels/YUVPair.h"
+
+// This file is compiled once for each generation of vector units, each in a namespace of its own.
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "Base/Pixels/RowOutput.cpp"
+#include <hwy/cache_control.h>
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace tessara {
+namespace HWY_NAMESPACE {
+namespace {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+constexpr quint32 alphaMask = 0xFF000000;
+
+// Each conversion tells one word of the target, and below it, where there are vectors, as many as
+// fit one. A word is a pixel, or a pair of pixels in '2vuy'.
+
+#if HWY_TARGET != HWY_SCALAR
+
+using Words = hn::ScalableTag<quint32>;
+using Bytes = hn::Repartition<quint8, Words>;
+using Lanes = hn::Repartition<quint16, Words>;
+using WordVector = hn::VFromD<Words>;
+using LaneVector = hn::VFromD<Lanes>;
+constexpr qsizetype vectorWords = hn::MaxLanes(Words());
+
+constexpr quint8 zero = 0x80;
+
+HWY_INLINE WordVector shuffled(WordVector words, const quint8 (&table)[16])
+{
+    const auto from = hn::LoadDup128(Bytes(), table);
+    return hn::BitCast(Words(), hn::TableLookupBytesOr0(hn::BitCast(Bytes(), words), from));
+}
+
+HWY_INLINE LaneVector shuffledLanes(const quint32 *source, const quint8 (&table)[16])
+{
+    return hn::BitCast(Lanes(), shuffled(hn::LoadU(Words(), source), table));
+}
+
+HWY_INLINE LaneVector lanes(int value)
+{
+    return hn::Set(Lanes(), quint16(value));
+}
+
+HWY_INLINE LaneVector times(LaneVector vector, int factor)
+{
+    return hn::Mul(vector, lanes(factor));
+}
+
+/// Words that were computed in blocks of four pixels of the first and four of the second half,
+/// in their order.
+HWY_INLINE WordVector inOrder(WordVector words)
+{
+    if constexpr (vectorWords == 4) {
+        return words;
+    } else {
+        alignas(64) static constexpr qint32 of8[16] = {0, 1, 4, 5, 2, 3, 6, 7};
+        alignas(64) static constexpr qint32 of16[16] = {0, 1, 4, 5, 8,  9,  12, 13,
+                                                        2, 3, 6, 7, 10, 11, 14, 15};
+        const auto &order = vectorWords == 8 ? of8 : of16;
+        return hn::TableLookupLanes(words, hn::SetTableIndices(Words(), order));
+    }
+}
+
+alignas(16) constexpr quint8 reversed[16] = {3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12};
+
+#endif
+
+struct ToBGRA
+{
+    const quint32 *source;
+
+    quint32 word(qsizetype x) const { return source[x]; }
+#if HWY_TARGET != HWY_SCALAR
+    HWY_INLINE WordVector words(qsizetype x) const
+    {
+        return hn::LoadU(Words(), source + x);
+    }
+#endif
+};
+
+template <class Inner>
+struct Reversed
+{
+    Inner inner;
+
+    quint32 word(qsizetype x) const { return __builtin_bswap32(inner.word(x)); }
+#if HWY_TARGET != HWY_SCALAR
+    HWY_INLINE WordVector words(qsizetype x) const
+    {
+        return shuffled(inner.words(x), reversed);
+    }
+#endif
+};
+
+struct ToKey
+{
+    const quint32 *source;
+
+    quint32 word(qsizetype x) const { return alphaMask | (source[x] >> 24) * 0x010101; }
+#if HWY_TARGET != HWY_SCALAR
+    HWY_INLINE WordVector words(qsizetype x) const
+    {
+        alignas(16) static constexpr quint8 alphas[16] = {3,  3,  3,  zero, 7,  7,  7,  zero,
+                                                          11, 11, 11, zero, 15, 15, 15, zero};
+        const WordVector grey = shuffled(hn::LoadU(Words(), source + x), alphas);
+        return hn::Or(grey, hn::Set(Words(), alphaMask));
+    }
+#endif
+};
+
+struct ToKeyARGB
+{
+    const quint32 *source;
+
+    quint32 word(qsizetype x) const { return 0xFF | (source[x] >> 24) * 0x01010100; }
+#if HWY_TARGET != HWY_SCALAR
+    HWY_INLINE WordVector words(qsizetype x) const
+    {
+        alignas(16) static constexpr quint8 alphas[16] = {zero, 3,  3,  3,  zero, 7,  7,  7,
+                                                          zero, 11, 11, 11, zero, 15, 15, 15};
+        const WordVector grey = shuffled(hn::LoadU(Words(), source + x), alphas);
+        return hn::Or(grey, hn::Set(Words(), quint32(0xFF)));
+    }
+#endif
+};
+
+struct ToMirrored
+{
+    const quint32 *color;
+    const quint32 *alphaSource;
+
+    quint32 word(qsizetype x) const
+    {
+        return (color[x] & ~alphaMask) | (alphaSource[x] & alphaMask);
+    }
+#if HWY_TARGET != HWY_SCALAR
+    HWY_INLINE WordVector words(qsizetype x) const
+    {
+        const WordVector mask = hn::Set(Words(), alphaMask);
+        const WordVector alpha = hn::LoadU(Words(), alphaSource + x);
+        return hn::OrAnd(hn::AndNot(mask, hn::LoadU(Words(), color + x)), alpha, mask);
+    }
+#endif
+};
+
+struct ToYUV
+{
+    const quint32 *source;
+
+    quint32 word(qsizetype pair) const { return yuvPair(source[2 * pair], source[2 * pair + 1]); }
+#if HWY_TARGET != HWY_SCALAR
+    /// Modulo 2^16, with half a step for rounding and all that moves the range in `offset`.
+    static HWY_INLINE LaneVector sum(LaneVector one, LaneVector two, LaneVector three, int offset)
+    {
+        return hn::Add(hn::Add(one, two), hn::Add(three, lanes(offset)));
+    }
+
+    HWY_INLINE WordVector words(qsizetype pair) const
+    {
+        alignas(16) static constexpr quint8 blueAndGreen[16] = {
+            0, zero, 4, zero, 8, zero, 12, zero, 1, zero, 5, zero, 9, zero, 13, zero};
+        alignas(16) static constexpr quint8 redBelow[16] = {
+            2, zero, 6, zero, 10, zero, 14, zero, zero, zero, zero, zero, zero, zero, zero, zero};
+        alignas(16) static constexpr quint8 redAbove[16] = {
+            zero, zero, zero, zero, zero, zero, zero, zero, 2, zero, 6, zero, 10, zero, 14, zero};
+        const hn::Repartition<uint64_t, Words> halves;
+        const quint32 *first = source + 2 * pair;
+        const quint32 *second = first + vectorWords;
+        const auto ofFirst = hn::BitCast(halves, shuffledLanes(first, blueAndGreen));
+        const auto ofSecond = hn::BitCast(halves, shuffledLanes(second, blueAndGreen));
+        const auto blue = hn::BitCast(Lanes(), hn::InterleaveLower(halves, ofFirst, ofSecond));
+        const auto green = hn::BitCast(Lanes(), hn::InterleaveUpper(halves, ofFirst, ofSecond));
+        const auto red = hn::Or(shuffledLanes(first, redBelow), shuffledLanes(second, redAbove));
+
+        const auto luma = sum(times(blue, 25), times(green, 129), times(red, 66), 128 + (16 << 8));
+        // 128 is added to the chroma of each pixel, so that shifts need no sign.
+        constexpr int offset = 128 + (128 << 8);
+        const auto u =
+            hn::ShiftRight<8>(sum(times(blue, 112), times(green, -74), times(red, -38), offset));
+        const auto v =
+            hn::ShiftRight<8>(sum(times(blue, -18), times(green, -94), times(red, 112), offset));
+        // Neighbours are in one word: u below the other's v, and the other two exchanged.
+        alignas(16) static constexpr quint8 exchanged[16] = {2,  3,  0, 1, 6,  7,  4,  5,
+                                                             10, 11, 8, 9, 14, 15, 12, 13};
+        const auto oneOfEach = hn::OddEven(v, u);
+        const auto others = shuffled(hn::BitCast(Words(), hn::OddEven(u, v)), exchanged);
+        const auto chroma = hn::ShiftRight<1>(hn::Add(oneOfEach, hn::BitCast(Lanes(), others)));
+        return inOrder(hn::BitCast(Words(), hn::OrAnd(chroma, luma, lanes(0xFF00))));
+    }
+#endif
+};
+
+struct ToKeyYUV
+{
+    const quint32 *source;
+
+    quint32 word(qsizetype pair) const
+    {
+        const auto grey = [this](qsizetype x) { return (source[x] >> 24) * 0x010101; };
+        return yuvPair(grey(2 * pair), grey(2 * pair + 1));
+    }
+#if HWY_TARGET != HWY_SCALAR
+    /// The coefficients of grey add up to 220 for luma, and to 0 for chroma, which stays at 128.
+    HWY_INLINE WordVector words(qsizetype pair) const
+    {
+        alignas(16) static constexpr quint8 alphaBelow[16] = {
+            3, zero, 7, zero, 11, zero, 15, zero, zero, zero, zero, zero, zero, zero, zero, zero};
+        alignas(16) static constexpr quint8 alphaAbove[16] = {
+            zero, zero, zero, zero, zero, zero, zero, zero, 3, zero, 7, zero, 11, zero, 15, zero};
+        const quint32 *first = source + 2 * pair;
+        const auto grey = hn::Or(shuffledLanes(first, alphaBelow),
+                                 shuffledLanes(first + vectorWords, alphaAbove));
+        const auto luma = hn::Add(times(grey, 66 + 129 + 25), lanes(128 + (16 << 8)));
+        return inOrder(hn::BitCast(Words(), hn::OrAnd(lanes(128), luma, lanes(0xFF00))));
+    }
+#endif
+};
+
+HWY_INLINE void storeWord(quint8 *target, quint32 word)
+{
+    std::memcpy(target, &word, sizeof word);
+}
+
+#if HWY_TARGET == HWY_SCALAR
+
+template <RowStores stores, class Conversion>
+void writeRow(quint8 *target, qsizetype words, const Conversion &conversion)
+{
+    for (qsizetype x = 0; x < words; ++x)
+        storeWord(target + 4 * x, conversion.word(x));
+}
+
+#else
+
+template <class Conversion>
+HWY_INLINE void storeVector(quint8 *target, qsizetype x, const Conversion &conversion)
+{
+    hn::StoreU(hn::BitCast(Bytes(), conversion.words(x)), Bytes(), target + 4 * x);
+}
+
+/// Where the row isn't made of whole aligned vectors, its first and its last overlap another.
+template <RowStores stores, class Conversion>
+HWY_INLINE void writeRow(quint8 *target, qsizetype words, const Conversion &conversion)
+{
+    if (words < vectorWords) {
+        for (qsizetype x = 0; x < words; ++x)
+            storeWord(target + 4 * x, conversion.word(x));
+        return;
+    }
+    qsizetype x = 0;
+    const auto address = reinterpret_cast<quintptr>(target);
+    if (stores == RowStores::streaming && address % 4 == 0) {
+        x = qsizetype((0 - address) / 4 % vectorWords);
+        if (x > 0)
+            storeVector(target, 0, conversion);
+        for (; x + vectorWords <= words; x += vectorWords)
+            hn::Stream(hn::BitCast(Bytes(), conversion.words(x)), Bytes(), target + 4 * x);
+    } else {
+        for (; x + vectorWords <= words; x += vectorWords)
+            storeVector(target, x, conversion);
+    }
+    if (x < words)
+        storeVector(target, words - vectorWords, conversion);
+}
+
+#endif
+
+template <class Conversion, RowStores stores>
+void convert(quint8 *target, const quint32 *source, qsizetype pixels)
+{
+    writeRow<stores>(target, pixels, Conversion{source});
+}
+
+template <RowStores stores>
+void convertReversed(quint8 *target, const quint32 *source, qsizetype pixels)
+{
+    writeRow<stores>(target, pixels, Reversed<ToBGRA>{{source}});
+}
+
+template <class Conversion, RowStores stores>
+void convertPairs(quint8 *target, const quint32 *source, qsizetype pixels)
+{
+    const qsizetype pairs = pixels / 2;
+    writeRow<stores>(target, pairs, Conversion{source});
+    if (pixels % 2 != 0) {
+        const quint32 last[2] = {source[pixels - 1], source[pixels - 1]};
+        storeWord(target + 4 * pairs, Conversion{last}.word(0));
+    }
+}
+
+template <RowStores stores>
+void mirror(quint8 *target, const quint32 *color, const quint32 *alphaSource, qsizetype pixels)
+{
+    writeRow<stores>(target, pixels, ToMirrored{color, alphaSource});
+}
+
+template <RowStores stores>
+void mirrorReversed(quint8 *target, const quint32 *color, const quint32 *alphaSource,
+                    qsizetype pixels)
+{
+    writeRow<stores>(target, pixels, Reversed<ToMirrored>{{color, alphaSource}});
+}
+
+template <RowStores stores>
+constexpr OutputKernels kernelsWith{convert<ToBGRA, stores>,
+                                    convertReversed<stores>,
+                                    convert<ToKey, stores>,
+                                    convert<ToKeyARGB, stores>,
+                                    convertPairs<ToYUV, stores>,
+                                    convertPairs<ToKeyYUV, stores>,
+                                    mirror<stores>,
+                                    mirrorReversed<stores>};
+
+const OutputKernels &kernels(RowStores stores)
+{
+    return stores == RowStores::streaming ? kernelsWith<RowStores::streaming>
+                                          : kernelsWith<RowStores::plain>;
+}
+
+} // namespace
+} // namespace HWY_NAMESPACE
+} // namespace tessara
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace tessara {
+
+HWY_EXPORT(kernels);
+
+const OutputKernels &outputKernels(RowStores stores)
+{
+    return HWY_DYNAMIC_DISPATCH(kernels)(stores);
+}
+
+void finishStreaming()
+{
+    hwy::FlushStream();
+}
+
+} // namespace tessara
+#endif

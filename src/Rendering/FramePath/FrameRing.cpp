@@ -2,6 +2,12 @@
 
 namespace tessara {
 
+namespace {
+
+constexpr quint64 patience = 300; // frames
+
+} // namespace
+
 void FrameRing::setUp(QSize frame, qsizetype bytes)
 {
     m_frame = frame;
@@ -41,7 +47,6 @@ FrameRing::Slot *FrameRing::next()
 // A frame that has not been needed for so long was needed for a hitch of the device.
 void FrameRing::dropIdle()
 {
-    constexpr quint64 patience = 300; // frames
     std::erase_if(m_slots, [this](const auto &slot) {
         return slot->lastUse + patience < m_uses && !slot->bytes.isShared();
     });

@@ -28,7 +28,7 @@ namespace {
 using namespace tessara;
 
 constexpr double limitOf2vuy = 12;       // times a memcpy of the frame
-constexpr double limitOfSameSize = 3; // times a memcpy of the frame
+constexpr double limitOfSameSize = 3;    // times a memcpy of the frame
 constexpr double limitOfShrinking = 9.5; // times a memcpy of the source
 
 struct FrameSize

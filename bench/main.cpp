@@ -7,6 +7,7 @@
 #include "Core/Macros/MacroFormat.h"
 #include "DeckLink/DeckLinkFrameBuffer.h"
 #include "Base/Pixels/PixelConversion.h"
+#include "Base/Pixels/Resample.h"
 #include "Models/Presets/PresetFormat.h"
 #include "Rendering/ApplicationFonts.h"
 #include "Rendering/RenderEngine.h"
@@ -26,8 +27,9 @@ namespace {
 
 using namespace tessara;
 
-constexpr double limitOf2vuy = 12;    // times a memcpy of the frame
-constexpr double limitOfSameSize = 3; // times a memcpy of the frame
+constexpr double limitOf2vuy = 12;       // times a memcpy of the frame
+constexpr double limitOfSameSize = 3;    // times a memcpy of the frame
+constexpr double limitOfShrinking = 9.5; // times a memcpy of the source
 
 struct FrameSize
 {
@@ -147,6 +149,29 @@ void addConversions(FrameSize size)
     });
 }
 
+/// The stretch alone, with everything that can be made once already made.
+void addResampling(FrameSize size)
+{
+    const QSize sourceSize(size.width, size.height);
+    const auto source = std::make_shared<std::vector<quint8>>(std::size_t(size.bytes()), 100);
+    for (const QSize to : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
+        if (to == sourceSize)
+            continue;
+        const auto resampler = std::make_shared<Resampler>(sourceSize, to);
+        const auto scratch = std::make_shared<Resampler::Scratch>(*resampler);
+        const auto target = std::make_shared<std::vector<quint8>>(std::size_t(to.width())
+                                                                  * std::size_t(to.height()) * 4);
+        const std::string name =
+            "rows scaled to " + std::to_string(to.width()) + "x" + std::to_string(to.height());
+        const double limit = to.width() < size.width ? limitOfShrinking : 0;
+        addBenchmark(name, size, limit, [=] {
+            resampler->rows({source->data(), size.width * 4}, {target->data(), to.width() * 4}, 0,
+                            to.height(), *scratch);
+            benchmark::DoNotOptimize(target->data());
+        });
+    }
+}
+
 /// The usual table, remembering what went over its limit.
 class LimitReporter : public benchmark::ConsoleReporter
 {
@@ -241,6 +266,7 @@ int main(int argc, char **argv)
         addFrames(size, *files);
         addDeviceFrames(size, *files);
         addConversions(size);
+        addResampling(size);
     }
     LimitReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);

@@ -62,16 +62,16 @@ void drawText(QPainter &painter, const TextLayer &layer, const RunState &run, Te
     const TextPaint paint{layer.color().color(), layer.outlineColor().color(), outlineWidth(layer)};
     const TextLayerHorizontalAlignment alignment = layer.horizontalAlignment();
     const QPointF anchor = layer.position() + run.offset;
-    const auto line = texts.block(layer.text(), font, alignment);
     painter.setOpacity(run.opacity);
     if (const std::optional<QSizeF> given = layer.textBoxSize()) {
         const QSizeF box = given->expandedTo({1, 1});
         const auto wrapped = texts.block(layer.text(), font, alignment, box.width());
         const double top =
-            boxedTextTop(anchor.y() + box.height(), box.height(), line->size().height());
+            boxedTextTop(anchor.y() + box.height(), box.height(), wrapped->unwrappedHeight());
         wrapped->draw(painter, {anchor.x(), top}, paint);
         return;
     }
+    const auto line = texts.block(layer.text(), font, alignment);
     const double left = line->size().width() * alignmentShare(alignment);
     line->draw(painter, {anchor.x() - left, anchor.y()}, paint);
 }

@@ -59,6 +59,7 @@ FramePath::Result FramePath::render(const CanvasDocument &document, const FrameG
     if (!isSame || !m_scene.isFor(document, geometry))
         m_damage.addAll();
     m_scene.update(document, geometry, m_damage);
+    reserveItems();
     if (isSame && m_damage.isEmpty())
         return frames();
     for (Output &output : m_outputs) {
@@ -70,6 +71,19 @@ FramePath::Result FramePath::render(const CanvasDocument &document, const FrameG
         return tl::unexpected(RenderEngineError::bitmapCreationFailed);
     }
     return frames();
+}
+
+// Before the work is shared: a thread may have its first piece in any later frame.
+void FramePath::reserveItems()
+{
+    for (Thread &thread : m_threads) {
+        thread.items.reserve(m_scene.items().size());
+        thread.mirroredItems.reserve(m_scene.items().size());
+        for (const DrawItem &item : m_scene.items()) {
+            thread.composer.reserve(item);
+            thread.mirrored.reserve(item);
+        }
+    }
 }
 
 bool FramePath::isSetUpFor(const FrameGeometry &geometry, quint32 background,

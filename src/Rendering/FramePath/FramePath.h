@@ -67,6 +67,7 @@ private:
                     std::span<const FrameTarget> targets) const;
     bool setUp(const FrameGeometry &geometry, quint32 background,
                std::span<const FrameTarget> targets);
+    void reserveItems();
     bool composeOutputs();
     bool composeScaledOutputs();
     void compose(const Destinations &destinations, const TileDamage &stale);

@@ -36,6 +36,17 @@ RowComposer::RowComposer(int width)
         m_pixels.data() + room + (cacheLine - address % cacheLine) % cacheLine / sizeof(quint32);
 }
 
+void RowComposer::reserve(const DrawItem &item)
+{
+    if (!item.slides())
+        return;
+    const auto needed = std::size_t(wholeCells(item.place.width() + 1) + 2 * cellWidth) * 4;
+    for (std::vector<quint8> *buffer : {&m_first, &m_second, &m_mixed}) {
+        if (buffer->size() < needed)
+            buffer->resize(needed);
+    }
+}
+
 // What lies under the longest opaque stretch is never looked at.
 RowComposer::Cover RowComposer::cover(std::span<const DrawItem *const> items, int y, int from,
                                       int to)
@@ -185,11 +196,6 @@ void RowComposer::blendSliding(const DrawItem &item, int y, int from, int to)
         return;
     const int bytesPerPixel = item.sprite->bytesPerPixel();
     const int pixels = wholeCells(item.place.width() + 1);
-    const auto needed = std::size_t(pixels + 2 * cellWidth) * 4;
-    for (std::vector<quint8> *buffer : {&m_first, &m_second, &m_mixed}) {
-        if (buffer->size() < needed)
-            buffer->resize(needed);
-    }
     const int lead = cellWidth * bytesPerPixel;
     std::memset(m_first.data(), 0, std::size_t(lead));
     expand(item, row, m_first.data() + lead);

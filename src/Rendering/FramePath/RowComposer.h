@@ -38,6 +38,8 @@ class RowComposer
 public:
     explicit RowComposer(int width);
 
+    /// Makes room for what `item` needs, so that no row has to.
+    void reserve(const DrawItem &item);
     /// The pixels from `from` to below `to` of row `y`; `items` from the lowest to the highest.
     void compose(std::span<const DrawItem *const> items, int y, int from, int to,
                  quint32 background);

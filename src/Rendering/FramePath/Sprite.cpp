@@ -77,17 +77,20 @@ bool looksRectangular(const QPainterPath &mask, const QTransform &toDevice, cons
     return true;
 }
 
-// A painter puts a picture that isn't stretched at whole pixels, and rounds halves away from zero,
-// wherever zero is. A hair tells it in which direction they go in the frame.
-QTransform withoutHalves(const QTransform &toDevice, const QRectF &box)
+// A painter puts a picture that isn't stretched, and a rectangular clip, at whole pixels, and rounds
+// halves away from zero, wherever zero is. A hair tells `corner` in which direction it goes in the
+// frame; `inside` is on the same side of zero.
+QTransform withoutHalves(const QTransform &toDevice, QPointF corner, QPointF inside)
 {
     constexpr double hair = 1e-7; // px
-    const auto nudge = [](double place) {
+    const auto nudge = [](double place, double side) {
         const bool isHalf = std::abs(place - std::floor(place) - 0.5) < hair / 2;
-        return isHalf ? std::copysign(hair, place) : 0;
+        return isHalf ? std::copysign(hair, side) : 0;
     };
-    const QPointF place = toDevice.map(box.topLeft());
-    return toDevice * QTransform::fromTranslate(nudge(place.x()), nudge(place.y()));
+    const QPointF place = toDevice.map(corner);
+    const QPointF side = toDevice.map(inside);
+    return toDevice
+           * QTransform::fromTranslate(nudge(place.x(), side.x()), nudge(place.y(), side.y()));
 }
 
 quint32 nextSerial()
@@ -312,11 +315,16 @@ void Sprite::addPicture(const Primitive &primitive, const QTransform &toDevice, 
     for (int top = pixels.top(); top <= pixels.bottom(); top += stripRows) {
         strip.fill(Qt::transparent);
         QPainter painter(&strip);
-        painter.setTransform(QTransform::fromTranslate(-pixels.left(), above - top));
+        const auto toStrip = QTransform::fromTranslate(-pixels.left(), above - top);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-        painter.setTransform(withoutHalves(toDevice, picture.box), true);
-        if (clip)
+        if (clip) {
+            const QRectF box = clip->controlPointRect();
+            painter.setTransform(withoutHalves(toDevice, box.topLeft(), box.bottomRight())
+                                 * toStrip);
             painter.setClipPath(shownThrough(*clip, {pixels.right() + 2, top - 1}));
+        }
+        const QPointF corner = picture.box.topLeft();
+        painter.setTransform(withoutHalves(toDevice, corner, corner) * toStrip);
         painter.drawImage(picture.box, picture.image, picture.image.rect());
         painter.end();
         builder.addRows(strip.constScanLine(above), strip.bytesPerLine(),

@@ -76,7 +76,7 @@ public:
 private:
     static constexpr int step = 16; // px; a tile begins at a cache line in every format
 
-    QSize m_frame;
+    QSize m_frame{0, 0};
     int m_tileWidth = step;
     std::vector<quint64> m_bands;
 };

@@ -2,165 +2,247 @@
 
 #include <QImage>
 #include <QPainter>
-#include <QPolygonF>
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+
+#include "Rendering/CoverageRaster.h"
 
 namespace tessara {
 
 namespace {
 
-// A painter's time grows with the square of what a row of pixels crosses: in tiles of about a glyph
-// it stays short. What a contour adds to a tile that it does not reach is nothing, to the byte.
-constexpr QSize smallTile{48, 48}; // px
-constexpr int fewElements = 500;   // crossed by no row more often than pays for a tile
+// A few lines are a painter's in no time; a text of thousands takes it long.
+constexpr int fewElements = 500;
 
+/// One closed line of a path.
 struct Contour
 {
+    std::vector<CoverageRaster::Point> points;
     int firstElement;
     int endElement;
-    QRect pixels;
+    QRect pixels; // with a rim of one
 };
 
-QRect outward(double left, double top, double right, double bottom)
+bool hasCurves(const QPainterPath &path)
 {
-    // Beyond any clip, and no more than fits into whole numbers. A rim, for a painter rounds.
-    const auto whole = [](double value) { return int(value > -1e6 ? std::min(value, 1e6) : -1e6); };
-    return {QPoint(whole(std::floor(left)) - 1, whole(std::floor(top)) - 1),
-            QPoint(whole(std::ceil(right)) + 1, whole(std::ceil(bottom)) + 1)};
+    for (int index = 0; index < path.elementCount(); ++index) {
+        if (path.elementAt(index).isCurveTo())
+            return true;
+    }
+    return false;
+}
+
+// As a painter maps and rounds, and beyond any clip no further than whole numbers go.
+CoverageRaster::Point rounded(QPointF point, const QTransform &toPixels)
+{
+    constexpr double far = 1e6; // px
+    const QPointF mapped = toPixels.map(point);
+    return {qRound(std::clamp(mapped.x(), -far, far) * 64),
+            qRound(std::clamp(mapped.y(), -far, far) * 64)};
+}
+
+QRect pixelsOf(const std::vector<CoverageRaster::Point> &points)
+{
+    const auto [left, right] = std::ranges::minmax(points, {}, &CoverageRaster::Point::x);
+    const auto [top, bottom] = std::ranges::minmax(points, {}, &CoverageRaster::Point::y);
+    return {QPoint((left.x >> 6) - 1, (top.y >> 6) - 1),
+            QPoint((right.x >> 6) + 1, (bottom.y >> 6) + 1)};
 }
 
 std::vector<Contour> contoursOf(const QPainterPath &path, const QTransform &toPixels)
 {
     std::vector<Contour> contours;
     for (int first = 0; first < path.elementCount();) {
-        const QPointF start = toPixels.map(path.elementAt(first));
-        double left = start.x(), right = start.x(), top = start.y(), bottom = start.y();
-        int end = first + 1;
-        for (; end < path.elementCount() && !path.elementAt(end).isMoveTo(); ++end) {
-            const QPointF point = toPixels.map(path.elementAt(end));
-            left = std::min(left, point.x());
-            right = std::max(right, point.x());
-            top = std::min(top, point.y());
-            bottom = std::max(bottom, point.y());
-        }
-        contours.push_back({first, end, outward(left, top, right, bottom)});
+        Contour contour{{rounded(path.elementAt(first), toPixels)}, first, first + 1, {}};
+        int &end = contour.endElement;
+        for (; end < path.elementCount() && !path.elementAt(end).isMoveTo(); ++end)
+            contour.points.push_back(rounded(path.elementAt(end), toPixels));
+        contour.pixels = pixelsOf(contour.points);
         first = end;
+        contours.push_back(std::move(contour));
     }
     return contours;
 }
 
-void addContour(QPainterPath &target, const QPainterPath &path, const Contour &contour)
+/// Coverage in the making.
+struct Picture
 {
-    for (int index = contour.firstElement; index < contour.endElement; ++index) {
-        const QPainterPath::Element element = path.elementAt(index);
-        if (element.isMoveTo()) {
-            target.moveTo(element);
-        } else if (element.isLineTo()) {
-            target.lineTo(element);
-        } else {
-            target.cubicTo(element, path.elementAt(index + 1), path.elementAt(index + 2));
-            index += 2;
-        }
-    }
-}
+    QRect pixels;
+    std::vector<uchar> alpha;
 
-void drawTile(QImage &picture, const QRect &tile, const QPainterPath &path,
-              const QTransform &toPicture)
+    uchar *row(int y)
+    {
+        return alpha.data() + std::size_t(y - pixels.top()) * std::size_t(pixels.width());
+    }
+};
+
+void paint(Picture &picture, const QPainterPath &path, const QTransform &toPixels,
+           const QRect &clip)
 {
-    QImage part(picture.scanLine(tile.top()) + 4 * tile.left(), tile.width(), tile.height(),
-                picture.bytesPerLine(), picture.format());
-    QPainter painter(&part);
+    // Of the clip's own place and size: a painter moves a line that it cuts by a hair.
+    const QRect drawn = clip;
+    QImage image(drawn.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setTransform(toPicture * QTransform::fromTranslate(-tile.left(), -tile.top()));
+    painter.setTransform(toPixels * QTransform::fromTranslate(-drawn.left(), -drawn.top()));
     painter.fillPath(path, Qt::white);
+    painter.end();
+    for (int y = picture.pixels.top(); y <= picture.pixels.bottom(); ++y) {
+        const auto *source = reinterpret_cast<const QRgb *>(image.constScanLine(y - drawn.top()))
+                             + picture.pixels.left() - drawn.left();
+        uchar *target = picture.row(y);
+        for (int x = 0; x < picture.pixels.width(); ++x)
+            target[x] = std::max(target[x], uchar(qAlpha(source[x])));
+    }
 }
 
-QImage drawn(const QPainterPath &path, const QTransform &toPixels,
-             const std::vector<Contour> &contours, const QRect &pixels)
+// Band by band, so that what is added up stays in the cache.
+void rasterize(Picture &picture, const std::vector<const Contour *> &contours,
+               CoverageRaster::Rule rule)
 {
-    QImage picture(pixels.size(), QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    const QSize tileSize = path.elementCount() > fewElements ? smallTile : pixels.size();
-    const int columns = (pixels.width() + tileSize.width() - 1) / tileSize.width();
-    const int rows = (pixels.height() + tileSize.height() - 1) / tileSize.height();
-    std::vector<QPainterPath> tiles(size_t(columns) * size_t(rows));
-    for (const Contour &contour : contours) {
-        const QRect reached = contour.pixels.intersected(pixels).translated(-pixels.topLeft());
-        if (reached.isEmpty())
-            continue;
-        for (int row = reached.top() / tileSize.height();
-             row <= reached.bottom() / tileSize.height(); ++row) {
-            for (int column = reached.left() / tileSize.width();
-                 column <= reached.right() / tileSize.width(); ++column)
-                addContour(tiles[size_t(row * columns + column)], path, contour);
-        }
-    }
-    const QTransform toPicture =
-        toPixels * QTransform::fromTranslate(-pixels.left(), -pixels.top());
-    for (int row = 0; row < rows; ++row) {
-        for (int column = 0; column < columns; ++column) {
-            QPainterPath &tile = tiles[size_t(row * columns + column)];
-            if (tile.isEmpty())
+    constexpr int bandRows = 48;
+    const QRect &all = picture.pixels;
+    CoverageRaster raster({all.left(), 0, all.width(), bandRows});
+    for (int top = all.top(); top <= all.bottom(); top += bandRows) {
+        const int rows = std::min(bandRows, all.bottom() + 1 - top);
+        raster.moveTo(top, rows);
+        bool isEmpty = true;
+        for (const Contour *contour : contours) {
+            if (contour->pixels.bottom() < top || contour->pixels.top() >= top + rows)
                 continue;
-            tile.setFillRule(path.fillRule());
-            const QRect box(QPoint(column * tileSize.width(), row * tileSize.height()), tileSize);
-            drawTile(picture, box.intersected(picture.rect()), tile, toPicture);
+            raster.addPolygon(contour->points.data(), contour->points.size());
+            isEmpty = false;
         }
+        if (!isEmpty)
+            raster.takeRows(rule, picture.row(top), all.width());
     }
-    return picture;
 }
 
-QRect inkOf(const QImage &picture)
+/// The contours that `clip` cuts, and those that touch them: what they cover counts as one.
+std::vector<bool> cutBy(const QRect &clip, const std::vector<Contour> &contours)
+{
+    std::vector<bool> isCut(contours.size());
+    std::vector<std::size_t> open;
+    for (std::size_t index = 0; index < contours.size(); ++index) {
+        isCut[index] = !clip.contains(contours[index].pixels);
+        if (isCut[index])
+            open.push_back(index);
+    }
+    while (!open.empty()) {
+        const QRect pixels = contours[open.back()].pixels;
+        open.pop_back();
+        for (std::size_t index = 0; index < contours.size(); ++index) {
+            if (isCut[index] || !contours[index].pixels.intersects(pixels))
+                continue;
+            isCut[index] = true;
+            open.push_back(index);
+        }
+    }
+    return isCut;
+}
+
+QPainterPath pathOf(const QPainterPath &path, const std::vector<Contour> &contours,
+                    const std::vector<bool> &isWanted)
+{
+    QPainterPath part;
+    part.setFillRule(path.fillRule());
+    for (std::size_t which = 0; which < contours.size(); ++which) {
+        if (!isWanted[which])
+            continue;
+        part.moveTo(path.elementAt(contours[which].firstElement));
+        for (int index = contours[which].firstElement + 1; index < contours[which].endElement;
+             ++index)
+            part.lineTo(path.elementAt(index));
+    }
+    return part;
+}
+
+void drawPolygons(Picture &picture, const QPainterPath &path, const QTransform &toPixels,
+                  const std::vector<Contour> &contours, const QRect &clip)
+{
+    const std::vector<bool> isCut = cutBy(clip, contours);
+    std::vector<const Contour *> whole;
+    for (std::size_t index = 0; index < contours.size(); ++index) {
+        if (!isCut[index])
+            whole.push_back(&contours[index]);
+    }
+    if (!whole.empty())
+        rasterize(picture, whole,
+                  path.fillRule() == Qt::WindingFill ? CoverageRaster::Rule::winding
+                                                     : CoverageRaster::Rule::oddEven);
+    if (whole.size() < contours.size())
+        paint(picture, pathOf(path, contours, isCut), toPixels, clip);
+}
+
+CoverageMask maskOf(Picture &picture)
 {
     QRect ink;
-    for (int y = 0; y < picture.height(); ++y) {
-        const auto *row = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
-        const auto covered = [](QRgb pixel) { return pixel != 0; };
-        const QRgb *end = row + picture.width();
-        const QRgb *first = std::find_if(row, end, covered);
+    for (int y = picture.pixels.top(); y <= picture.pixels.bottom(); ++y) {
+        const uchar *row = picture.row(y);
+        const uchar *end = row + picture.pixels.width();
+        const auto isCovered = [](uchar alpha) { return alpha != 0; };
+        const uchar *first = std::find_if(row, end, isCovered);
         if (first == end)
             continue;
-        const QRgb *last = end - 1;
+        const uchar *last = end - 1;
         while (*last == 0)
             --last;
-        ink |= QRect(QPoint(int(first - row), y), QPoint(int(last - row), y));
+        ink |= QRect(QPoint(picture.pixels.left() + int(first - row), y),
+                     QPoint(picture.pixels.left() + int(last - row), y));
     }
-    return ink;
-}
-
-CoverageMask maskOf(const QPainterPath &path, const QTransform &toPixels, const QRect &clip)
-{
-    const std::vector<Contour> contours = contoursOf(path, toPixels);
-    QRect pixels;
-    for (const Contour &contour : contours)
-        pixels |= contour.pixels.intersected(clip);
-    if (pixels.isEmpty())
-        return {};
-    const QImage picture = drawn(path, toPixels, contours, pixels);
-    const QRect ink = inkOf(picture);
     if (ink.isEmpty())
         return {};
-    CoverageMask mask{ink.translated(pixels.topLeft()), {}};
-    mask.alpha.reserve(size_t(ink.width()) * size_t(ink.height()));
+    CoverageMask mask{ink, {}};
+    mask.alpha.reserve(std::size_t(ink.width()) * std::size_t(ink.height()));
     for (int y = ink.top(); y <= ink.bottom(); ++y) {
-        const auto *row = reinterpret_cast<const QRgb *>(picture.constScanLine(y)) + ink.left();
-        std::transform(row, row + ink.width(), std::back_inserter(mask.alpha),
-                       [](QRgb pixel) { return uchar(qAlpha(pixel)); });
+        const uchar *row = picture.row(y) + ink.left() - picture.pixels.left();
+        mask.alpha.insert(mask.alpha.end(), row, row + ink.width());
     }
     return mask;
+}
+
+Picture emptyPicture(const QRect &pixels)
+{
+    return {pixels, std::vector<uchar>(std::size_t(pixels.width()) * std::size_t(pixels.height()))};
+}
+
+// A path keeps what it was asked for without a lock, so that each thread needs one of its own.
+QPainterPath copyOf(const QPainterPath &path)
+{
+    QPainterPath copy;
+    copy.addPath(path);
+    copy.setFillRule(path.fillRule());
+    return copy;
 }
 
 } // namespace
 
 CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels, const QRect &clip)
 {
-    // Mapped here, a point stays the same to the last bit wherever its tile begins; but curves that
-    // are turned come out otherwise when the painter maps them itself.
-    if (toPixels.type() <= QTransform::TxScale)
-        return maskOf(toPixels.map(path), {}, clip);
-    return maskOf(path, toPixels, clip);
+    if (path.elementCount() <= fewElements || toPixels.type() > QTransform::TxScale
+        || hasCurves(path)) {
+        const QPainterPath own = copyOf(path);
+        constexpr double rim = 1; // px, for a path is rounded on its way to the pixels
+        const QRectF box = toPixels.mapRect(own.controlPointRect()).adjusted(-rim, -rim, rim, rim);
+        const QRect pixels = box.intersected(clip).toAlignedRect().intersected(clip);
+        if (pixels.isEmpty())
+            return {};
+        Picture picture = emptyPicture(pixels);
+        paint(picture, own, toPixels, QRectF(clip).contains(box) ? pixels : clip);
+        return maskOf(picture);
+    }
+    const std::vector<Contour> contours = contoursOf(path, toPixels);
+    QRect pixels;
+    for (const Contour &contour : contours)
+        pixels |= contour.pixels.intersected(clip);
+    if (pixels.isEmpty())
+        return {};
+    Picture picture = emptyPicture(pixels);
+    drawPolygons(picture, path, toPixels, contours, clip);
+    return maskOf(picture);
 }
 
 } // namespace tessara

@@ -1,0 +1,203 @@
+#include "Rendering/CoverageRaster.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace tessara {
+
+namespace {
+
+constexpr int one = 256; // parts of a pixel
+
+int pixelOf(int place)
+{
+    return place >> 8;
+}
+
+struct Division
+{
+    int quotient;
+    int remainder; // never below 0
+};
+
+Division divided(qint64 value, int by)
+{
+    const bool isSmall = value == int(value);
+    int quotient = isSmall ? int(value) / by : int(value / by);
+    int remainder = isSmall ? int(value) % by : int(value % by);
+    if (remainder < 0) {
+        --quotient;
+        remainder += by;
+    }
+    return {quotient, remainder};
+}
+
+/// Steps of equal size whose sum is exact, as far as whole numbers go.
+class Steps
+{
+public:
+    Steps(qint64 total, int by, int remainder)
+        : m_step(divided(total, by))
+        , m_by(by)
+        , m_remainder(remainder - by)
+    {
+    }
+    int next()
+    {
+        m_remainder += m_step.remainder;
+        if (m_remainder < 0)
+            return m_step.quotient;
+        m_remainder -= m_by;
+        return m_step.quotient + 1;
+    }
+
+private:
+    Division m_step;
+    int m_by;
+    int m_remainder;
+};
+
+uchar coverageOf(int area, CoverageRaster::Rule rule)
+{
+    int coverage = std::abs(area >> 9);
+    if (rule == CoverageRaster::Rule::oddEven) {
+        coverage &= 511;
+        if (coverage > 256)
+            coverage = 512 - coverage;
+    }
+    return uchar(std::min(coverage, 255));
+}
+
+} // namespace
+
+CoverageRaster::CoverageRaster(const QRect &pixels)
+    : m_pixels(pixels)
+    , m_blocks((pixels.width() + blockWidth - 1) / blockWidth)
+    , m_cells(std::size_t(m_blocks) * blockWidth * std::size_t(pixels.height()))
+    , m_touched(std::size_t(m_blocks) * std::size_t(pixels.height()))
+{
+}
+
+void CoverageRaster::moveTo(int top, int rows)
+{
+    Q_ASSERT(std::size_t(rows) * std::size_t(m_blocks) <= m_touched.size());
+    m_pixels = QRect(m_pixels.left(), top, m_pixels.width(), rows);
+}
+
+void CoverageRaster::add(int row, int column, int cover, int area)
+{
+    const auto block = std::size_t(row * m_blocks + column / blockWidth);
+    m_touched[block] = 1;
+    Cell &cell =
+        m_cells[std::size_t(row) * std::size_t(m_blocks) * blockWidth + std::size_t(column)];
+    cell.cover += cover;
+    cell.area += area;
+}
+
+void CoverageRaster::addPolygon(const Point *points, std::size_t count)
+{
+    const auto place = [](int sixtyFourths) { return sixtyFourths * 4; };
+    for (std::size_t index = 0; index < count; ++index) {
+        const Point &from = points[index];
+        const Point &to = points[index + 1 < count ? index + 1 : 0];
+        addLine(place(from.x), place(from.y), place(to.x), place(to.y));
+    }
+}
+
+void CoverageRaster::addLine(int fromX, int fromY, int toX, int toY)
+{
+    const int lastRow = pixelOf(toY);
+    int row = pixelOf(fromY);
+    if (std::min(row, lastRow) > m_pixels.bottom() || std::max(row, lastRow) < m_pixels.top())
+        return;
+    int partY = fromY - row * one;
+    const int lastPartY = toY - lastRow * one;
+    if (row == lastRow) {
+        addInRow(row, fromX, partY, toX, lastPartY);
+        return;
+    }
+    const bool goesDown = toY > fromY;
+    const int edge = goesDown ? one : 0; // where a row is left
+    const int step = goesDown ? 1 : -1;
+    const int height = std::abs(toY - fromY);
+    const qint64 width = toX - fromX;
+    const Division first = divided(width * (goesDown ? one - partY : partY), height);
+    int x = fromX + first.quotient;
+    addInRow(row, fromX, partY, x, edge);
+    row += step;
+    if (row != lastRow) {
+        Steps steps(width * one, height, first.remainder);
+        for (; row != lastRow; row += step) {
+            const int next = x + steps.next();
+            addInRow(row, x, one - edge, next, edge);
+            x = next;
+        }
+    }
+    addInRow(row, x, one - edge, toX, lastPartY);
+}
+
+void CoverageRaster::addInRow(int row, int fromX, int fromY, int toX, int toY)
+{
+    if (fromY == toY || row < m_pixels.top() || row > m_pixels.bottom())
+        return;
+    const int line = row - m_pixels.top();
+    int column = pixelOf(fromX);
+    const int lastColumn = pixelOf(toX);
+    const int partX = fromX - column * one;
+    const int lastPartX = toX - lastColumn * one;
+    const int left = m_pixels.left();
+    if (column == lastColumn) {
+        add(line, column - left, toY - fromY, (partX + lastPartX) * (toY - fromY));
+        return;
+    }
+    const bool goesRight = toX > fromX;
+    const int edge = goesRight ? one : 0; // where a column is left
+    const int step = goesRight ? 1 : -1;
+    const int width = std::abs(toX - fromX);
+    const int height = toY - fromY;
+    const Division first = divided(qint64(height) * (goesRight ? one - partX : partX), width);
+    add(line, column - left, first.quotient, (partX + edge) * first.quotient);
+    column += step;
+    int y = fromY + first.quotient;
+    if (column != lastColumn) {
+        Steps steps(qint64(height) * one, width, first.remainder);
+        for (; column != lastColumn; column += step) {
+            const int part = steps.next();
+            add(line, column - left, part, one * part);
+            y += part;
+        }
+    }
+    add(line, column - left, toY - y, (lastPartX + one - edge) * (toY - y));
+}
+
+void CoverageRaster::takeRows(Rule rule, uchar *rows, qsizetype rowBytes)
+{
+    for (int row = 0; row < m_pixels.height(); ++row)
+        takeRow(row, rule, rows + row * rowBytes);
+}
+
+void CoverageRaster::takeRow(int row, Rule rule, uchar *target)
+{
+    int cover = 0;
+    uchar *const touched = m_touched.data() + std::size_t(row) * std::size_t(m_blocks);
+    for (int block = 0; block < m_blocks; ++block) {
+        const int first = block * blockWidth;
+        const int width = std::min(blockWidth, m_pixels.width() - first);
+        if (!touched[block]) {
+            std::memset(target + first, coverageOf(cover * 2 * one, rule), std::size_t(width));
+            continue;
+        }
+        touched[block] = 0;
+        Cell *cells =
+            m_cells.data()
+            + (std::size_t(row) * std::size_t(m_blocks) + std::size_t(block)) * blockWidth;
+        for (int index = 0; index < width; ++index) {
+            cover += cells[index].cover;
+            target[first + index] = coverageOf(cover * 2 * one - cells[index].area, rule);
+        }
+        std::fill_n(cells, blockWidth, Cell());
+    }
+}
+
+} // namespace tessara

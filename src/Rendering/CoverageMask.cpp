@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <optional>
 
 #include "Rendering/CoverageRaster.h"
 
@@ -16,54 +17,57 @@ namespace {
 // A few lines are a painter's in no time; a text of thousands takes it long.
 constexpr int fewElements = 500;
 
+using Point = CoverageRaster::Point;
+
 /// One closed line of a path.
 struct Contour
 {
-    std::vector<CoverageRaster::Point> points;
-    int firstElement;
-    int endElement;
+    int first; // point, which is an element of the path
+    int end;
     QRect pixels; // with a rim of one
 };
 
-bool hasCurves(const QPainterPath &path)
+struct Polygons
 {
-    for (int index = 0; index < path.elementCount(); ++index) {
-        if (path.elementAt(index).isCurveTo())
-            return true;
-    }
-    return false;
-}
-
-// As a painter maps and rounds, and beyond any clip no further than whole numbers go.
-CoverageRaster::Point rounded(QPointF point, const QTransform &toPixels)
-{
-    constexpr double far = 1e6; // px
-    const QPointF mapped = toPixels.map(point);
-    return {qRound(std::clamp(mapped.x(), -far, far) * 64),
-            qRound(std::clamp(mapped.y(), -far, far) * 64)};
-}
-
-QRect pixelsOf(const std::vector<CoverageRaster::Point> &points)
-{
-    const auto [left, right] = std::ranges::minmax(points, {}, &CoverageRaster::Point::x);
-    const auto [top, bottom] = std::ranges::minmax(points, {}, &CoverageRaster::Point::y);
-    return {QPoint((left.x >> 6) - 1, (top.y >> 6) - 1),
-            QPoint((right.x >> 6) + 1, (bottom.y >> 6) + 1)};
-}
-
-std::vector<Contour> contoursOf(const QPainterPath &path, const QTransform &toPixels)
-{
+    std::vector<Point> points;
     std::vector<Contour> contours;
-    for (int first = 0; first < path.elementCount();) {
-        Contour contour{{rounded(path.elementAt(first), toPixels)}, first, first + 1, {}};
-        int &end = contour.endElement;
-        for (; end < path.elementCount() && !path.elementAt(end).isMoveTo(); ++end)
-            contour.points.push_back(rounded(path.elementAt(end), toPixels));
-        contour.pixels = pixelsOf(contour.points);
-        first = end;
-        contours.push_back(std::move(contour));
+};
+
+QRect pixelsOf(const Point *first, const Point *end)
+{
+    QRect box(first->x, first->y, 1, 1);
+    for (const Point *point = first; point < end; ++point)
+        box |= QRect(point->x, point->y, 1, 1);
+    return {QPoint((box.left() >> 6) - 1, (box.top() >> 6) - 1),
+            QPoint((box.right() >> 6) + 1, (box.bottom() >> 6) + 1)};
+}
+
+constexpr double far = 1e6; // px
+
+// As a painter maps and rounds, and beyond any clip no further than whole numbers go. Nothing for a
+// path with curves.
+std::optional<Polygons> polygonsOf(const QPainterPath &path, const QTransform &toPixels)
+{
+    const auto rounded = [](double pixels) { return qRound(std::clamp(pixels, -far, far) * 64); };
+    const double scaleX = toPixels.m11(), left = toPixels.dx();
+    const double scaleY = toPixels.m22(), top = toPixels.dy();
+    Polygons polygons;
+    const int count = path.elementCount();
+    polygons.points.reserve(std::size_t(count));
+    for (int index = 0; index < count; ++index) {
+        const QPainterPath::Element &element = path.elementAt(index);
+        if (element.isCurveTo())
+            return std::nullopt;
+        if (element.isMoveTo())
+            polygons.contours.push_back({index, index, {}});
+        polygons.contours.back().end = index + 1;
+        polygons.points.push_back(
+            {rounded(scaleX * element.x + left), rounded(scaleY * element.y + top)});
     }
-    return contours;
+    for (Contour &contour : polygons.contours)
+        contour.pixels =
+            pixelsOf(polygons.points.data() + contour.first, polygons.points.data() + contour.end);
+    return polygons;
 }
 
 /// Coverage in the making.
@@ -100,7 +104,7 @@ void paint(Picture &picture, const QPainterPath &path, const QTransform &toPixel
 }
 
 // Band by band, so that what is added up stays in the cache.
-void rasterize(Picture &picture, const std::vector<const Contour *> &contours,
+void rasterize(Picture &picture, const Polygons &polygons, const std::vector<bool> &isLeftOut,
                CoverageRaster::Rule rule)
 {
     constexpr int bandRows = 48;
@@ -110,10 +114,13 @@ void rasterize(Picture &picture, const std::vector<const Contour *> &contours,
         const int rows = std::min(bandRows, all.bottom() + 1 - top);
         raster.moveTo(top, rows);
         bool isEmpty = true;
-        for (const Contour *contour : contours) {
-            if (contour->pixels.bottom() < top || contour->pixels.top() >= top + rows)
+        for (std::size_t index = 0; index < polygons.contours.size(); ++index) {
+            const Contour &contour = polygons.contours[index];
+            if (isLeftOut[index] || contour.pixels.bottom() < top
+                || contour.pixels.top() >= top + rows)
                 continue;
-            raster.addPolygon(contour->points.data(), contour->points.size());
+            raster.addPolygon(polygons.points.data() + contour.first,
+                              std::size_t(contour.end - contour.first));
             isEmpty = false;
         }
         if (!isEmpty)
@@ -152,29 +159,22 @@ QPainterPath pathOf(const QPainterPath &path, const std::vector<Contour> &contou
     for (std::size_t which = 0; which < contours.size(); ++which) {
         if (!isWanted[which])
             continue;
-        part.moveTo(path.elementAt(contours[which].firstElement));
-        for (int index = contours[which].firstElement + 1; index < contours[which].endElement;
-             ++index)
+        part.moveTo(path.elementAt(contours[which].first));
+        for (int index = contours[which].first + 1; index < contours[which].end; ++index)
             part.lineTo(path.elementAt(index));
     }
     return part;
 }
 
 void drawPolygons(Picture &picture, const QPainterPath &path, const QTransform &toPixels,
-                  const std::vector<Contour> &contours, const QRect &clip)
+                  const Polygons &polygons, const QRect &clip)
 {
-    const std::vector<bool> isCut = cutBy(clip, contours);
-    std::vector<const Contour *> whole;
-    for (std::size_t index = 0; index < contours.size(); ++index) {
-        if (!isCut[index])
-            whole.push_back(&contours[index]);
-    }
-    if (!whole.empty())
-        rasterize(picture, whole,
-                  path.fillRule() == Qt::WindingFill ? CoverageRaster::Rule::winding
-                                                     : CoverageRaster::Rule::oddEven);
-    if (whole.size() < contours.size())
-        paint(picture, pathOf(path, contours, isCut), toPixels, clip);
+    const std::vector<bool> isCut = cutBy(clip, polygons.contours);
+    rasterize(picture, polygons, isCut,
+              path.fillRule() == Qt::WindingFill ? CoverageRaster::Rule::winding
+                                                 : CoverageRaster::Rule::oddEven);
+    if (std::ranges::find(isCut, true) != isCut.end())
+        paint(picture, pathOf(path, polygons.contours, isCut), toPixels, clip);
 }
 
 CoverageMask maskOf(Picture &picture)
@@ -195,13 +195,12 @@ CoverageMask maskOf(Picture &picture)
     }
     if (ink.isEmpty())
         return {};
-    CoverageMask mask{ink, {}};
-    mask.alpha.reserve(std::size_t(ink.width()) * std::size_t(ink.height()));
-    for (int y = ink.top(); y <= ink.bottom(); ++y) {
-        const uchar *row = picture.row(y) + ink.left() - picture.pixels.left();
-        mask.alpha.insert(mask.alpha.end(), row, row + ink.width());
-    }
-    return mask;
+    uchar *target = picture.alpha.data();
+    for (int y = ink.top(); y <= ink.bottom(); ++y, target += ink.width())
+        std::memmove(target, picture.row(y) + ink.left() - picture.pixels.left(),
+                     std::size_t(ink.width()));
+    picture.alpha.resize(std::size_t(ink.width()) * std::size_t(ink.height()));
+    return {ink, std::move(picture.alpha)};
 }
 
 Picture emptyPicture(const QRect &pixels)
@@ -222,8 +221,11 @@ QPainterPath copyOf(const QPainterPath &path)
 
 CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels, const QRect &clip)
 {
-    if (path.elementCount() <= fewElements || toPixels.type() > QTransform::TxScale
-        || hasCurves(path)) {
+    const bool mayRasterize =
+        path.elementCount() > fewElements && toPixels.type() <= QTransform::TxScale;
+    const std::optional<Polygons> polygons =
+        mayRasterize ? polygonsOf(path, toPixels) : std::nullopt;
+    if (!polygons) {
         const QPainterPath own = copyOf(path);
         constexpr double rim = 1; // px, for a path is rounded on its way to the pixels
         const QRectF box = toPixels.mapRect(own.controlPointRect()).adjusted(-rim, -rim, rim, rim);
@@ -234,14 +236,13 @@ CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels
         paint(picture, own, toPixels, QRectF(clip).contains(box) ? pixels : clip);
         return maskOf(picture);
     }
-    const std::vector<Contour> contours = contoursOf(path, toPixels);
     QRect pixels;
-    for (const Contour &contour : contours)
+    for (const Contour &contour : polygons->contours)
         pixels |= contour.pixels.intersected(clip);
     if (pixels.isEmpty())
         return {};
     Picture picture = emptyPicture(pixels);
-    drawPolygons(picture, path, toPixels, contours, clip);
+    drawPolygons(picture, path, toPixels, *polygons, clip);
     return maskOf(picture);
 }
 

@@ -23,9 +23,9 @@ struct Division
 
 Division divided(qint64 value, int by)
 {
-    const bool isSmall = value == int(value);
+    const bool isSmall = value == int(value); // nearly always, and much cheaper
     int quotient = isSmall ? int(value) / by : int(value / by);
-    int remainder = isSmall ? int(value) % by : int(value % by);
+    int remainder = isSmall ? int(value) - quotient * by : int(value - qint64(quotient) * by);
     if (remainder < 0) {
         --quotient;
         remainder += by;
@@ -58,15 +58,15 @@ private:
     int m_remainder;
 };
 
-uchar coverageOf(int area, CoverageRaster::Rule rule)
+template <CoverageRaster::Rule rule>
+int coverageOf(int area)
 {
     int coverage = std::abs(area >> 9);
-    if (rule == CoverageRaster::Rule::oddEven) {
+    if constexpr (rule == CoverageRaster::Rule::oddEven) {
         coverage &= 511;
-        if (coverage > 256)
-            coverage = 512 - coverage;
+        coverage = std::min(coverage, 512 - coverage);
     }
-    return uchar(std::min(coverage, 255));
+    return std::min(coverage, 255);
 }
 
 } // namespace
@@ -173,30 +173,39 @@ void CoverageRaster::addInRow(int row, int fromX, int fromY, int toX, int toY)
 
 void CoverageRaster::takeRows(Rule rule, uchar *rows, qsizetype rowBytes)
 {
-    for (int row = 0; row < m_pixels.height(); ++row)
-        takeRow(row, rule, rows + row * rowBytes);
+    for (int row = 0; row < m_pixels.height(); ++row) {
+        if (rule == Rule::winding)
+            takeRow<Rule::winding>(row, rows + row * rowBytes);
+        else
+            takeRow<Rule::oddEven>(row, rows + row * rowBytes);
+    }
 }
 
-void CoverageRaster::takeRow(int row, Rule rule, uchar *target)
+template <CoverageRaster::Rule rule>
+void CoverageRaster::takeRow(int row, uchar *target)
 {
-    int cover = 0;
-    uchar *const touched = m_touched.data() + std::size_t(row) * std::size_t(m_blocks);
+    const auto firstBlock = std::size_t(row) * std::size_t(m_blocks);
+    uchar *const touched = m_touched.data() + firstBlock;
+    int cover = 0; // of all pixels to the left
     for (int block = 0; block < m_blocks; ++block) {
         const int first = block * blockWidth;
-        const int width = std::min(blockWidth, m_pixels.width() - first);
+        const auto width = std::size_t(std::min(blockWidth, m_pixels.width() - first));
         if (!touched[block]) {
-            std::memset(target + first, coverageOf(cover * 2 * one, rule), std::size_t(width));
+            std::memset(target + first, coverageOf<rule>(cover * 2 * one), width);
             continue;
         }
         touched[block] = 0;
-        Cell *cells =
-            m_cells.data()
-            + (std::size_t(row) * std::size_t(m_blocks) + std::size_t(block)) * blockWidth;
-        for (int index = 0; index < width; ++index) {
+        Cell *cells = m_cells.data() + (firstBlock + std::size_t(block)) * blockWidth;
+        int areas[blockWidth];
+        for (int index = 0; index < blockWidth; ++index) {
             cover += cells[index].cover;
-            target[first + index] = coverageOf(cover * 2 * one - cells[index].area, rule);
+            areas[index] = cover * 2 * one - cells[index].area;
+            cells[index] = Cell();
         }
-        std::fill_n(cells, blockWidth, Cell());
+        uchar coverage[blockWidth];
+        for (int index = 0; index < blockWidth; ++index)
+            coverage[index] = uchar(coverageOf<rule>(areas[index]));
+        std::memcpy(target + first, coverage, width);
     }
 }
 

@@ -45,7 +45,8 @@ private:
     void addLine(int fromX, int fromY, int toX, int toY);
     void addInRow(int row, int fromX, int fromY, int toX, int toY);
     void add(int row, int column, int cover, int area);
-    void takeRow(int row, Rule rule, uchar *target);
+    template <Rule rule>
+    void takeRow(int row, uchar *target);
 
     QRect m_pixels;
     int m_blocks; // a row

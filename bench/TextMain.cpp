@@ -1,6 +1,7 @@
 // What a key stroke in a long title costs.
 #include <QGuiApplication>
 
+#include "Base/ProcessTuning.h"
 #include "Rendering/ApplicationFonts.h"
 #include "Rendering/CoverageMask.h"
 #include "Rendering/TextBlockCache.h"
@@ -115,6 +116,7 @@ void measure(const Frame &frame)
 
 int main(int argc, char **argv)
 {
+    keepFreedMemory();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     loadApplicationFonts();

@@ -35,11 +35,14 @@ struct Polygons
 
 QRect pixelsOf(const Point *first, const Point *end)
 {
-    QRect box(first->x, first->y, 1, 1);
-    for (const Point *point = first; point < end; ++point)
-        box |= QRect(point->x, point->y, 1, 1);
-    return {QPoint((box.left() >> 6) - 1, (box.top() >> 6) - 1),
-            QPoint((box.right() >> 6) + 1, (box.bottom() >> 6) + 1)};
+    int left = first->x, right = first->x, top = first->y, bottom = first->y;
+    for (const Point *point = first; point < end; ++point) {
+        left = std::min(left, point->x);
+        right = std::max(right, point->x);
+        top = std::min(top, point->y);
+        bottom = std::max(bottom, point->y);
+    }
+    return {QPoint((left >> 6) - 1, (top >> 6) - 1), QPoint((right >> 6) + 1, (bottom >> 6) + 1)};
 }
 
 constexpr double far = 1e6; // px
@@ -107,8 +110,9 @@ void paint(Picture &picture, const QPainterPath &path, const QTransform &toPixel
 void rasterize(Picture &picture, const Polygons &polygons, const std::vector<bool> &isLeftOut,
                CoverageRaster::Rule rule)
 {
-    constexpr int bandRows = 48;
+    constexpr int bandCells = 192 * 1024;
     const QRect &all = picture.pixels;
+    const int bandRows = std::clamp(bandCells / all.width(), 1, all.height());
     CoverageRaster raster({all.left(), 0, all.width(), bandRows});
     for (int top = all.top(); top <= all.bottom(); top += bandRows) {
         const int rows = std::min(bandRows, all.bottom() + 1 - top);

@@ -85,16 +85,6 @@ void CoverageRaster::moveTo(int top, int rows)
     m_pixels = QRect(m_pixels.left(), top, m_pixels.width(), rows);
 }
 
-void CoverageRaster::add(int row, int column, int cover, int area)
-{
-    const auto block = std::size_t(row * m_blocks + column / blockWidth);
-    m_touched[block] = 1;
-    Cell &cell =
-        m_cells[std::size_t(row) * std::size_t(m_blocks) * blockWidth + std::size_t(column)];
-    cell.cover += cover;
-    cell.area += area;
-}
-
 void CoverageRaster::addPolygon(const Point *points, std::size_t count)
 {
     const auto place = [](int sixtyFourths) { return sixtyFourths * 4; };
@@ -141,14 +131,21 @@ void CoverageRaster::addInRow(int row, int fromX, int fromY, int toX, int toY)
 {
     if (fromY == toY || row < m_pixels.top() || row > m_pixels.bottom())
         return;
-    const int line = row - m_pixels.top();
-    int column = pixelOf(fromX);
-    const int lastColumn = pixelOf(toX);
-    const int partX = fromX - column * one;
-    const int lastPartX = toX - lastColumn * one;
+    const auto firstBlock = std::size_t(row - m_pixels.top()) * std::size_t(m_blocks);
+    Cell *const cells = m_cells.data() + firstBlock * blockWidth;
+    uchar *const touched = m_touched.data() + firstBlock;
+    const auto add = [&](unsigned place, int cover, int area) {
+        touched[place / blockWidth] = 1;
+        cells[place].cover += cover;
+        cells[place].area += area;
+    };
     const int left = m_pixels.left();
+    int column = pixelOf(fromX) - left;
+    const int lastColumn = pixelOf(toX) - left;
+    const int partX = fromX - (column + left) * one;
+    const int lastPartX = toX - (lastColumn + left) * one;
     if (column == lastColumn) {
-        add(line, column - left, toY - fromY, (partX + lastPartX) * (toY - fromY));
+        add(unsigned(column), toY - fromY, (partX + lastPartX) * (toY - fromY));
         return;
     }
     const bool goesRight = toX > fromX;
@@ -157,18 +154,18 @@ void CoverageRaster::addInRow(int row, int fromX, int fromY, int toX, int toY)
     const int width = std::abs(toX - fromX);
     const int height = toY - fromY;
     const Division first = divided(qint64(height) * (goesRight ? one - partX : partX), width);
-    add(line, column - left, first.quotient, (partX + edge) * first.quotient);
+    add(unsigned(column), first.quotient, (partX + edge) * first.quotient);
     column += step;
     int y = fromY + first.quotient;
     if (column != lastColumn) {
         Steps steps(qint64(height) * one, width, first.remainder);
         for (; column != lastColumn; column += step) {
             const int part = steps.next();
-            add(line, column - left, part, one * part);
+            add(unsigned(column), part, one * part);
             y += part;
         }
     }
-    add(line, column - left, toY - y, (lastPartX + one - edge) * (toY - y));
+    add(unsigned(column), toY - y, (lastPartX + one - edge) * (toY - y));
 }
 
 void CoverageRaster::takeRows(Rule rule, uchar *rows, qsizetype rowBytes)

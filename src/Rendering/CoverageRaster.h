@@ -44,7 +44,6 @@ private:
 
     void addLine(int fromX, int fromY, int toX, int toY);
     void addInRow(int row, int fromX, int fromY, int toX, int toY);
-    void add(int row, int column, int cover, int area);
     template <Rule rule>
     void takeRow(int row, uchar *target);
 

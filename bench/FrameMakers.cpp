@@ -1,14 +1,10 @@
 #include "bench/FrameMakers.h"
 
-#include "Base/Pixels/PixelConversion.h"
-
 namespace tessara {
 
 FrameTarget targetOf(QSize size, FrameContent content, FrameFormat format)
 {
-    const qsizetype rowBytes =
-        format == FrameFormat::yuv ? rowBytesOf2vuy(size.width()) : qsizetype(size.width()) * 4;
-    return {content, format, size, rowBytes};
+    return {content, format, size, rowBytesOf(format, size.width())};
 }
 
 PathFrames::PathFrames(int threads, std::vector<FrameTarget> targets)

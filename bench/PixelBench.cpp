@@ -12,8 +12,9 @@ namespace tessara {
 
 namespace {
 
-constexpr double limitOf2vuy = 12;    // times a memcpy of the frame
-constexpr double limitOfSameSize = 3; // times a memcpy of the frame
+constexpr double limitOf2vuy = 12;       // times a memcpy of the frame
+constexpr double limitOfSameSize = 3;    // times a memcpy of the frame
+constexpr double limitOfShrinking = 9.5; // times a memcpy of the source
 
 struct Pass
 {
@@ -79,8 +80,9 @@ void benchConversions(const FrameBench &bench)
                      [=] { mirrorAlphaVertically(to, width, height); }, limitOfSameSize}});
 }
 
-void benchScaling(const FrameBench &bench, QSize targetSize, std::optional<double> limit)
+void benchScaling(const FrameBench &bench, QSize targetSize)
 {
+    const bool isShrinking = targetSize.width() < bench.size.width;
     const std::vector<quint8> source = noise(bench.size.bytes());
     std::vector<quint8> target(std::size_t(targetSize.width()) * std::size_t(targetSize.height())
                                * 4);
@@ -94,7 +96,7 @@ void benchScaling(const FrameBench &bench, QSize targetSize, std::optional<doubl
                                         {target.data(), targetSize.width() * 4}, 0,
                                         targetSize.height(), scratch);
                      },
-                     limit}});
+                     isShrinking ? std::optional(limitOfShrinking) : std::nullopt}});
 }
 
 void benchDeviceFrames(const FrameBench &bench)
@@ -131,9 +133,10 @@ void benchPixels(const FrameBench &bench)
 {
     benchConversions(bench);
     benchDeviceFrames(bench);
-    benchScaling(bench, {1280, 720}, {});
-    if (bench.isLarge())
-        benchScaling(bench, {1920, 1080}, 9.5);
+    for (const QSize target : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
+        if (target != bench.size.pixels())
+            benchScaling(bench, target);
+    }
 }
 
 } // namespace tessara

@@ -1,6 +1,7 @@
 #include "Core/AppState.h"
 
 #include "Core/KeyModeMatch.h"
+#include "DeckLink/DeckLinkFrameBuffer.h"
 
 #include <algorithm>
 
@@ -19,12 +20,39 @@ tl::expected<void, QString> started(DeckLinkManager &manager, DeckLinkStartMode 
     return tl::unexpected(manager.lastErrorMessage().value_or(QString()));
 }
 
-/// An output that fails without a word is no reason to stop.
-tl::expected<void, QString> sent(DeckLinkManager &manager, const DeckLinkFrameBuffer::Result &frame)
+/// What a device takes of each frame, and how it is handed over.
+struct DeviceFrames
 {
-    if (!frame)
-        return tl::unexpected(text(frame.error()));
-    if (manager.sendFrame(*frame) || !manager.lastErrorMessage())
+    FrameTarget target;
+    bool isInDeviceLayout = true;
+};
+
+tl::expected<DeviceFrames, QString> framesFor(DeckLinkManager &manager,
+                                              const DeckLinkDisplayMode &mode, FrameContent content)
+{
+    if (mode.width < 1 || mode.height < 1)
+        return tl::unexpected(text(DeckLinkFrameBufferError::contextCreationFailed));
+    const std::optional<DeckLinkBridge::FrameLayout> layout = manager.frameLayout(mode.width);
+    if (!layout)
+        return tl::unexpected(manager.lastErrorMessage().value_or(QString()));
+    const QSize size(mode.width, mode.height);
+    if (layout->rowBytes >= rowBytesOf(layout->format, mode.width))
+        return DeviceFrames{{content, layout->format, size, layout->rowBytes}};
+    // A device whose rows are too short for their pixels gets what fits.
+    const qsizetype rowBytes = rowBytesOf(FrameFormat::bgra, mode.width);
+    return DeviceFrames{{content, FrameFormat::bgra, size, rowBytes}, false};
+}
+
+/// An output that fails without a word is no reason to stop.
+tl::expected<void, QString> sent(DeckLinkManager &manager, const DeviceFrames &frames,
+                                 const FrameBytes &bytes)
+{
+    const QSize size = frames.target.size;
+    const bool isSent =
+        frames.isInDeviceLayout
+            ? manager.sendDeviceFrame(bytes, size.width(), size.height())
+            : manager.sendFrame({bytes, size.width(), size.height(), int(frames.target.rowBytes)});
+    if (isSent || !manager.lastErrorMessage())
         return {};
     return tl::unexpected(*manager.lastErrorMessage());
 }
@@ -174,29 +202,39 @@ void AppState::sendCurrentFrameToDeckLink()
     }
 }
 
+bool AppState::hasKeyOutput() const
+{
+    return m_routing == DeckLinkOutputRouting::keyAndFill && m_key.isOutputRunning()
+           && m_key.selectedMode();
+}
+
 // One picture a tick, even for two devices; the fill goes out first.
 tl::expected<void, QString> AppState::sendFrames(const DeckLinkDisplayMode &mode)
 {
     const bool isGreen = m_routing == DeckLinkOutputRouting::greenScreen;
-    const tl::expected<QImage, RenderEngineError> frame =
-        m_renderEngine.render(m_document, isGreen ? std::optional(chromaGreen) : std::nullopt);
-    if (!frame)
-        return tl::unexpected(text(frame.error()));
-    const auto makeFill = m_routing == DeckLinkOutputRouting::keyAndFillAB
-                              ? &DeckLinkFrameBuffer::makeExternalKeyFill
-                              : &DeckLinkFrameBuffer::make;
-    tl::expected<void, QString> fill = sent(m_fill, makeFill(*frame, mode.width, mode.height));
-    if (!fill || m_routing != DeckLinkOutputRouting::keyAndFill)
-        return fill;
-    return sendKeyFrame(*frame);
-}
-
-tl::expected<void, QString> AppState::sendKeyFrame(const QImage &frame)
-{
-    const std::optional<DeckLinkDisplayMode> mode = m_key.selectedMode();
-    if (!m_key.isOutputRunning() || !mode)
+    const bool isMirrored = m_routing == DeckLinkOutputRouting::keyAndFillAB;
+    const auto fill = framesFor(
+        m_fill, mode, isMirrored ? FrameContent::fillWithMirroredAlpha : FrameContent::fill);
+    if (!fill)
+        return tl::unexpected(fill.error());
+    tl::expected<DeviceFrames, QString> key = tl::unexpected(QString());
+    if (hasKeyOutput()) {
+        key = framesFor(m_key, *m_key.selectedMode(), FrameContent::key);
+        if (!key)
+            return tl::unexpected(key.error());
+    }
+    const std::array targets{fill->target, key ? key->target : FrameTarget()};
+    const FramePath::Result frames =
+        m_framePath.render(m_document, isGreen ? std::optional(chromaGreen) : std::nullopt,
+                           std::span(targets).first(key ? 2 : 1));
+    if (!frames)
+        return tl::unexpected(text(frames.error()));
+    const tl::expected<void, QString> sentFill = sent(m_fill, *fill, (*frames)[0]);
+    if (!sentFill || m_routing != DeckLinkOutputRouting::keyAndFill)
+        return sentFill;
+    if (!key)
         return tl::unexpected(QStringLiteral("Key output is not running"));
-    return sent(m_key, DeckLinkFrameBuffer::makeAlphaKey(frame, mode->width, mode->height));
+    return sent(m_key, *key, (*frames)[1]);
 }
 
 void AppState::refreshDeckLinkDevices()

@@ -11,7 +11,7 @@
 #include "Models/CanvasDocument.h"
 #include "Models/DocumentHistory.h"
 #include "Models/Runlist.h"
-#include "Rendering/RenderEngine.h"
+#include "Rendering/FramePath/FramePath.h"
 
 #include "Base/ApplicationSupport.h"
 #include "Base/Settings.h"
@@ -125,7 +125,7 @@ private:
     double outputRate() const;
     void sendCurrentFrameToDeckLink();
     tl::expected<void, QString> sendFrames(const DeckLinkDisplayMode &mode);
-    tl::expected<void, QString> sendKeyFrame(const QImage &frame);
+    bool hasKeyOutput() const;
 
     Clock &m_clock;
     Settings m_settings;
@@ -135,7 +135,7 @@ private:
     MacroRecorder m_macroRecorder;
     DocumentHistory m_history;
     PresetLibrary m_presets;
-    RenderEngine m_renderEngine;
+    FramePath m_framePath;
     DeckLinkManager m_fill;
     DeckLinkManager m_key;
     DeckLinkOutputRouting m_routing = DeckLinkOutputRouting::fillOnly;

@@ -83,6 +83,20 @@ openKeyer(const DeckLinkReference<IDeckLink> &device)
     return keyer;
 }
 
+std::optional<FrameFormat> formatOf(BMDPixelFormat format)
+{
+    switch (format) {
+    case bmdFormat8BitBGRA:
+        return FrameFormat::bgra;
+    case bmdFormat8BitARGB:
+        return FrameFormat::argb;
+    case bmdFormat8BitYUV:
+        return FrameFormat::yuv;
+    default:
+        return std::nullopt;
+    }
+}
+
 /// Devices of an old driver enumerate like any other; only the output is missing.
 QString noOutputText(HRESULT answer)
 {
@@ -236,6 +250,33 @@ DeckLinkBridge::Result DeckLinkBridge::sendFrameBGRA(const FrameBytes &data, int
         .and_then([&](const Rows &frame) { return display(frame, width, height); });
 }
 
+tl::expected<DeckLinkBridge::FrameLayout, QString> DeckLinkBridge::frameLayout(int width) const
+{
+    if (!m_output)
+        return Failure(QStringLiteral("DeckLink output is not active."));
+    if (width < 1)
+        return Failure(QStringLiteral("Invalid frame dimensions."));
+    const std::optional<FrameFormat> format = formatOf(m_pixelFormat);
+    if (!format)
+        return Failure(QStringLiteral("DeckLink pixel format is not configured."));
+    return deviceRowBytes(width).map([&](qsizetype rowBytes) {
+        return FrameLayout{*format, rowBytes};
+    });
+}
+
+DeckLinkBridge::Result DeckLinkBridge::sendDeviceFrame(const FrameBytes &data, int width,
+                                                       int height)
+{
+    const tl::expected<FrameLayout, QString> layout = frameLayout(width);
+    if (!layout)
+        return Failure(layout.error());
+    if (height < 1)
+        return Failure(QStringLiteral("Invalid frame dimensions."));
+    if (data.size() < layout->rowBytes * height)
+        return Failure(QStringLiteral("Frame buffer is too small."));
+    return display({data, layout->rowBytes}, width, height);
+}
+
 DeckLinkBridge::Converted DeckLinkBridge::converted(const Rows &frame, int width, int height) const
 {
     if (m_pixelFormat == bmdFormat8BitBGRA)
@@ -259,15 +300,22 @@ DeckLinkBridge::Converted DeckLinkBridge::converted(const Rows &frame, int width
     return yuv;
 }
 
+tl::expected<qsizetype, QString> DeckLinkBridge::deviceRowBytes(int width) const
+{
+    std::int32_t rowBytes = 0;
+    if (m_output->RowBytesForPixelFormat(m_pixelFormat, width, &rowBytes) != S_OK || rowBytes < 1)
+        return Failure(QStringLiteral("RowBytesForPixelFormat failed."));
+    return rowBytes;
+}
+
 DeckLinkBridge::Converted DeckLinkBridge::packedForDevice(Rows frame, int width, int height) const
 {
-    std::int32_t deviceRowBytes = 0;
-    if (m_output->RowBytesForPixelFormat(m_pixelFormat, width, &deviceRowBytes) != S_OK
-        || deviceRowBytes < 1)
-        return Failure(QStringLiteral("RowBytesForPixelFormat failed."));
-    if (deviceRowBytes == frame.rowBytes)
+    const tl::expected<qsizetype, QString> rowBytes = deviceRowBytes(width);
+    if (!rowBytes)
+        return Failure(rowBytes.error());
+    if (*rowBytes == frame.rowBytes)
         return frame;
-    Rows packed{FrameBytes::allocate(qsizetype(deviceRowBytes) * height), deviceRowBytes};
+    Rows packed{FrameBytes::allocate(*rowBytes * height), *rowBytes};
     if (packed.bytes.isNull())
         return Failure(QStringLiteral("Could not allocate frame buffer."));
     repackRows({frame.bytes.data(), frame.rowBytes}, {packed.bytes.writableData(), packed.rowBytes},

@@ -9,6 +9,7 @@
 #include "DeckLink/DeckLinkModels.h"
 #include "DeckLink/DeckLinkReference.h"
 #include "Base/Pixels/FrameBytes.h"
+#include "Base/Pixels/FrameFormat.h"
 
 namespace tessara {
 
@@ -30,6 +31,15 @@ public:
     /// Closes the output that is open, whether or not the new one opens.
     [[nodiscard]] Result startOutputForDeviceAtIndex(int index, qint64 modeID,
                                                      bool enableExternalKeying);
+    /// How the open device takes its frames.
+    struct FrameLayout
+    {
+        FrameFormat format = FrameFormat::bgra;
+        qsizetype rowBytes = 0; // of the device; may be more, or less, than the pixels take
+    };
+    [[nodiscard]] tl::expected<FrameLayout, QString> frameLayout(int width) const;
+    /// Shows one frame whose rows are as the device takes them. Waits until it has taken it.
+    [[nodiscard]] Result sendDeviceFrame(const FrameBytes &data, int width, int height);
     /// Shows one frame of B, G, R, A rows. Waits until the device has taken it.
     [[nodiscard]] Result sendFrameBGRA(const FrameBytes &data, int width, int height, int rowBytes);
     void stopOutput();
@@ -48,6 +58,7 @@ private:
                                         bool enableExternalKeying) const;
     Result enable(Opening &opening) const;
     Converted converted(const Rows &frame, int width, int height) const;
+    tl::expected<qsizetype, QString> deviceRowBytes(int width) const;
     Converted packedForDevice(Rows frame, int width, int height) const;
     Result display(const Rows &frame, int width, int height);
 

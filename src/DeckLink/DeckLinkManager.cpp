@@ -129,8 +129,27 @@ bool DeckLinkManager::sendFrame(const DeckLinkFrameBuffer &frame)
 {
     if (!m_isOutputRunning)
         return false;
-    const DeckLinkBridge::Result sent =
-        m_bridge.sendFrameBGRA(frame.data, frame.width, frame.height, frame.rowBytes);
+    return accept(m_bridge.sendFrameBGRA(frame.data, frame.width, frame.height, frame.rowBytes));
+}
+
+std::optional<DeckLinkBridge::FrameLayout> DeckLinkManager::frameLayout(int width)
+{
+    if (!m_isOutputRunning)
+        return std::nullopt;
+    const auto layout = m_bridge.frameLayout(width);
+    if (layout)
+        return *layout;
+    refuse(layout.error());
+    return std::nullopt;
+}
+
+bool DeckLinkManager::sendDeviceFrame(const FrameBytes &data, int width, int height)
+{
+    return m_isOutputRunning && accept(m_bridge.sendDeviceFrame(data, width, height));
+}
+
+bool DeckLinkManager::accept(const DeckLinkBridge::Result &sent)
+{
     if (sent)
         return true;
     // A failing device doesn't tell the same again with every frame.

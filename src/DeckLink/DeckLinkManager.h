@@ -54,6 +54,11 @@ public:
     Q_INVOKABLE void stopOutput();
     /// False when there is no output, or with the reason in `lastErrorMessage`.
     bool sendFrame(const DeckLinkFrameBuffer &frame);
+    /// How the running device takes its frames; the reason in `lastErrorMessage` where it can't be
+    /// told.
+    std::optional<DeckLinkBridge::FrameLayout> frameLayout(int width);
+    /// The same for rows in the device's own layout.
+    bool sendDeviceFrame(const FrameBytes &data, int width, int height);
 
 public slots:
     /// Another device brings its own modes.
@@ -85,6 +90,7 @@ private:
     void setOutputRunning(bool isRunning);
     void showNoOutput(const QString &reason);
     bool refuse(const QString &reason);
+    bool accept(const DeckLinkBridge::Result &sent);
 
     DeckLinkBridge m_bridge;
     bool m_sdkAvailable = false;

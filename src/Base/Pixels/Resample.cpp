@@ -21,8 +21,8 @@ Resampler::Scratch::Scratch(const Resampler &resampler)
     int longest = 0;
     for (int row = 0; row < height; ++row) {
         const int last = std::min(row + mostRowsAtOnce, height) - 1;
-        longest = std::max(longest, resampler.m_rows.end(last)
-                                        - resampler.m_rows.first[std::size_t(row)]);
+        longest = std::max(longest,
+                           resampler.m_rows.end(last) - resampler.m_rows.first[std::size_t(row)]);
     }
     m_pairs.resize(std::size_t(longest + 1) / 2);
 }

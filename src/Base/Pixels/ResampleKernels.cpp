@@ -22,49 +22,56 @@ constexpr int pixelBytes = 4;
 // The same arithmetic number by number, for machines without any of the vector units below.
 constexpr int rowsAtOnce = 1;
 
-/// What both halves of `weights` make of two neighbours.
-int sumOfProducts(int earlier, int later, qint32 weights)
-{
-    return earlier * qint16(weights) + later * qint16(weights >> 16);
-}
+using PixelSum = std::array<int, pixelBytes>;
 
-/// One byte of all the rows, at the height of the target.
-qint16 filteredByte(const ResampleGroup &group, qsizetype offset)
+/// One pixel of all the rows, at the height of the target.
+PixelSum filteredRows(const ResampleGroup &group, qsizetype offset)
 {
     const int shift = group.rowWeightBits - resampledRowBits;
-    int sum = 1 << (shift - 1);
-    for (const SourceRowPair &pair : group.pairs)
-        sum += sumOfProducts(pair.rows[0][offset], pair.rows[1][offset], pair.weights[0]);
-    return qint16(sum >> shift);
+    PixelSum sum = {};
+    for (const SourceRowPair &pair : group.pairs) {
+        const qint16 weights[] = {qint16(pair.weights[0]), qint16(pair.weights[0] >> 16)};
+        for (std::size_t channel = 0; channel < pixelBytes; ++channel)
+            sum[channel] += pair.rows[0][offset + qsizetype(channel)] * weights[0]
+                            + pair.rows[1][offset + qsizetype(channel)] * weights[1];
+    }
+    for (int &value : sum)
+        value = (value + (1 << (shift - 1))) >> shift;
+    return sum;
 }
 
-quint8 filteredChannel(const ResampleGroup &group, int x, int channel)
+PixelSum filteredColumns(const ResampleGroup &group, int x)
 {
     const ResampleColumns &columns = *group.columns;
     const int shift = columns.weightBits + resampledRowBits;
     const PixelPair *pair = group.pixelPairs + columns.firstPair[std::size_t(x)];
-    const qint32 *weights = columns.weights.data() + qsizetype(x) * columns.pairCount;
-    int sum = 1 << (shift - 1);
+    const qint32 *packed = columns.weights.data() + qsizetype(x) * columns.pairCount;
+    PixelSum sum = {};
     for (int index = 0; index < columns.pairCount; ++index) {
-        const qint16 *neighbours = pair[index].values.data() + 2 * channel;
-        sum += sumOfProducts(neighbours[0], neighbours[1], weights[index]);
+        const qint16 weights[] = {qint16(packed[index]), qint16(packed[index] >> 16)};
+        for (std::size_t channel = 0; channel < pixelBytes; ++channel)
+            sum[channel] += pair[index].values[2 * channel] * weights[0]
+                            + pair[index].values[2 * channel + 1] * weights[1];
     }
-    return quint8(std::clamp(sum >> shift, 0, 255));
+    for (int &value : sum)
+        value = std::clamp((value + (1 << (shift - 1))) >> shift, 0, 255);
+    return sum;
 }
 
 void makeRows(const ResampleGroup &group)
 {
     for (int x = 0; x < group.sourceWidth; ++x) {
+        const PixelSum pixel = filteredRows(group, qsizetype(x) * pixelBytes);
         const int place = x + group.columns->origin;
-        qint16 *values = group.pixelPairs[place / 2].values.data() + place % 2;
-        for (int channel = 0; channel < pixelBytes; ++channel)
-            values[2 * channel] = filteredByte(group, qsizetype(x) * pixelBytes + channel);
+        PixelPair &pair = group.pixelPairs[place / 2];
+        for (std::size_t channel = 0; channel < pixelBytes; ++channel)
+            pair.values[2 * channel + std::size_t(place % 2)] = qint16(pixel[channel]);
     }
     for (int x = 0; x < group.targetWidth; ++x) {
+        const PixelSum pixel = filteredColumns(group, x);
         quint8 *target = group.targets[0] + qsizetype(x) * pixelBytes;
-        target[3] = filteredChannel(group, x, 3);
-        for (int channel = 0; channel < 3; ++channel)
-            target[channel] = std::min(filteredChannel(group, x, channel), target[3]);
+        for (std::size_t channel = 0; channel < pixelBytes; ++channel)
+            target[channel] = quint8(std::min(pixel[channel], pixel[3]));
     }
 }
 

@@ -15,9 +15,9 @@ struct ResampleTaps
 {
     int sourceLength = 0;
     int tapCount = 0;
-    int weightBits = 0;         // a target pixel's weights add up to 1 << weightBits
-    std::vector<int> first;     // of the source, for each target pixel; like end(), never falling
-    std::vector<int> count;     // of weights that matter, for each target pixel
+    int weightBits = 0;          // a target pixel's weights add up to 1 << weightBits
+    std::vector<int> first;      // of the source, for each target pixel; like end(), never falling
+    std::vector<int> count;      // of weights that matter, for each target pixel
     std::vector<qint16> weights; // tapCount for each target pixel
 
     int end(int target) const { return first[std::size_t(target)] + count[std::size_t(target)]; }

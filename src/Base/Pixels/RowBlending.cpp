@@ -198,8 +198,7 @@ void blendMask(quint32 *target, const quint8 *mask, quint32 color, qsizetype pix
 
 void storePicture(quint32 *target, const quint32 *source, qsizetype pixels)
 {
-    forCells(pixels, [&](auto d, qsizetype x)
-                         HWY_ATTR { hn::StoreU(hn::LoadU(d, source + x), d, target + x); });
+    std::memcpy(target, source, std::size_t(pixels) * sizeof(quint32));
 }
 
 void blendPicture(quint32 *target, const quint32 *source, qsizetype pixels)

@@ -50,9 +50,12 @@ HWY_INLINE LaneVector lanes(int value)
     return hn::Set(Lanes(), quint16(value));
 }
 
-HWY_INLINE LaneVector times(LaneVector vector, int factor)
+/// To multiply by. A compiler that knew the value would rather shift and add, which takes longer;
+/// so it is set up once a row and out of its sight.
+HWY_INLINE LaneVector factor(int value)
 {
-    return hn::Mul(vector, lanes(factor));
+    asm("" : "+r"(value));
+    return lanes(value);
 }
 
 /// Words that were computed in blocks of four pixels of the first and four of the second half,
@@ -158,11 +161,12 @@ struct ToYUV
 
     quint32 word(qsizetype pair) const { return yuvPair(source[2 * pair], source[2 * pair + 1]); }
 #if HWY_TARGET != HWY_SCALAR
-    /// Modulo 2^16, with half a step for rounding and all that moves the range in `offset`.
-    static HWY_INLINE LaneVector sum(LaneVector one, LaneVector two, LaneVector three, int offset)
-    {
-        return hn::Add(hn::Add(one, two), hn::Add(three, lanes(offset)));
-    }
+    LaneVector of25 = factor(25);
+    LaneVector of66 = factor(66);
+    LaneVector of220 = factor(220);
+    LaneVector of112 = factor(112);
+    LaneVector of38 = factor(38);
+    LaneVector of18 = factor(18);
 
     HWY_INLINE WordVector words(qsizetype pair) const
     {
@@ -181,13 +185,18 @@ struct ToYUV
         const auto green = hn::BitCast(Lanes(), hn::InterleaveUpper(halves, ofFirst, ofSecond));
         const auto red = hn::Or(shuffledLanes(first, redBelow), shuffledLanes(second, redAbove));
 
-        const auto luma = sum(times(blue, 25), times(green, 129), times(red, 66), 128 + (16 << 8));
+        // The coefficients of chroma add up to 0 and those of luma to 220, so that green can be
+        // taken off the others. Sums wrap round on their way to where they fit 16 bits.
+        const auto b = hn::Sub(blue, green);
+        const auto r = hn::Sub(red, green);
+        const auto luma = hn::Add(hn::Add(hn::Mul(b, of25), hn::Mul(r, of66)),
+                                  hn::Add(hn::Mul(green, of220), lanes(128 + (16 << 8))));
         // 128 is added to the chroma of each pixel, so that shifts need no sign.
-        constexpr int offset = 128 + (128 << 8);
+        const auto offset = lanes(128 + (128 << 8));
         const auto u =
-            hn::ShiftRight<8>(sum(times(blue, 112), times(green, -74), times(red, -38), offset));
+            hn::ShiftRight<8>(hn::Add(hn::Sub(hn::Mul(b, of112), hn::Mul(r, of38)), offset));
         const auto v =
-            hn::ShiftRight<8>(sum(times(blue, -18), times(green, -94), times(red, 112), offset));
+            hn::ShiftRight<8>(hn::Add(hn::Sub(hn::Mul(r, of112), hn::Mul(b, of18)), offset));
         // Neighbours are in one word: u below the other's v, and the other two exchanged.
         alignas(16) static constexpr quint8 exchanged[16] = {2,  3,  0, 1, 6,  7,  4,  5,
                                                              10, 11, 8, 9, 14, 15, 12, 13};
@@ -209,6 +218,8 @@ struct ToKeyYUV
         return yuvPair(grey(2 * pair), grey(2 * pair + 1));
     }
 #if HWY_TARGET != HWY_SCALAR
+    LaneVector of220 = factor(66 + 129 + 25);
+
     /// The coefficients of grey add up to 220 for luma, and to 0 for chroma, which stays at 128.
     HWY_INLINE WordVector words(qsizetype pair) const
     {
@@ -219,7 +230,7 @@ struct ToKeyYUV
         const quint32 *first = source + 2 * pair;
         const auto grey = hn::Or(shuffledLanes(first, alphaBelow),
                                  shuffledLanes(first + vectorWords, alphaAbove));
-        const auto luma = hn::Add(times(grey, 66 + 129 + 25), lanes(128 + (16 << 8)));
+        const auto luma = hn::Add(hn::Mul(grey, of220), lanes(128 + (16 << 8)));
         return inOrder(hn::BitCast(Words(), hn::OrAnd(lanes(128), luma, lanes(0xFF00))));
     }
 #endif
@@ -281,6 +292,15 @@ void convert(quint8 *target, const quint32 *source, qsizetype pixels)
 }
 
 template <RowStores stores>
+void copy(quint8 *target, const quint32 *source, qsizetype pixels)
+{
+    if constexpr (stores == RowStores::plain)
+        std::memcpy(target, source, std::size_t(pixels) * sizeof(quint32));
+    else
+        writeRow<stores>(target, pixels, ToBGRA{source});
+}
+
+template <RowStores stores>
 void convertReversed(quint8 *target, const quint32 *source, qsizetype pixels)
 {
     writeRow<stores>(target, pixels, Reversed<ToBGRA>{{source}});
@@ -311,7 +331,7 @@ void mirrorReversed(quint8 *target, const quint32 *color, const quint32 *alphaSo
 }
 
 template <RowStores stores>
-constexpr OutputKernels kernelsWith{convert<ToBGRA, stores>,
+constexpr OutputKernels kernelsWith{copy<stores>,
                                     convertReversed<stores>,
                                     convert<ToKey, stores>,
                                     convert<ToKeyARGB, stores>,

@@ -51,7 +51,7 @@ FramePath::Result FramePath::render(const CanvasDocument &document, const FrameG
     if (!isSame && !setUp(geometry, color, targets))
         return tl::unexpected(RenderEngineError::bitmapCreationFailed);
     m_damage.clear();
-    if (!m_scene.isFor(document, geometry))
+    if (!isSame || !m_scene.isFor(document, geometry))
         m_damage.addAll();
     m_scene.update(document, geometry, m_damage);
     if (isSame && m_damage.isEmpty())

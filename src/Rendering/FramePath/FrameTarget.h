@@ -1,20 +1,16 @@
 // What an output takes of a frame.
 #pragma once
 
+#include "Base/Pixels/FrameFormat.h"
+
 #include <QSize>
 
 namespace tessara {
 
 enum class FrameContent {
-    fill,                 // the colour with its alpha
+    fill,                  // the colour with its alpha
     fillWithMirroredAlpha, // the colour with the alpha upside down against it
-    key                   // the alpha as opaque grey
-};
-
-enum class FrameFormat {
-    bgra, // B, G, R, A
-    argb, // A, R, G, B
-    yuv   // Cb, Y, Cr, Y: '2vuy', without alpha
+    key                    // the alpha as opaque grey
 };
 
 struct FrameTarget

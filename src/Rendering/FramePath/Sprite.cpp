@@ -58,8 +58,7 @@ class Sprite::Builder
 public:
     Builder(Sprite &sprite, Kind kind, const QRect &bounds)
         : m_sprite(sprite)
-        , m_cells(std::size_t(bounds.width() + cellWidth - 1) / cellWidth)
-        , m_row(m_cells * cellWidth * (kind == Kind::mask ? 1 : 4))
+        , m_kinds(std::size_t(bounds.width() + cellWidth - 1) / cellWidth)
     {
         sprite.m_kind = kind;
         sprite.m_bounds = bounds;
@@ -71,14 +70,18 @@ public:
     /// Rows of the width of the bounds, the first at `pixels`.
     void addRows(const quint8 *pixels, qsizetype rowBytes, int rows)
     {
+        const std::size_t firstRow = m_sprite.m_rowStarts.size() - 1;
         const std::size_t firstRun = m_sprite.m_runs.size();
-        const qsizetype given = qsizetype(m_sprite.m_bounds.width()) * m_sprite.bytesPerPixel();
-        m_kept.clear();
-        for (int row = 0; row < rows; ++row) {
-            std::memcpy(m_row.data(), pixels + row * rowBytes, std::size_t(given));
-            addRow();
-        }
-        keep(firstRun);
+        for (int row = 0; row < rows; ++row)
+            addRow(pixels + row * rowBytes);
+        std::size_t bytes = 0;
+        for (std::size_t index = firstRun; index < m_sprite.m_runs.size(); ++index)
+            bytes += bytesOf(m_sprite.m_runs[index]);
+        m_sprite.m_blocks.push_back(Block::make(bytes));
+        m_sprite.m_bytes += qsizetype(bytes);
+        quint8 *data = m_sprite.m_blocks.back().get();
+        for (int row = 0; row < rows; ++row)
+            data = keepRow(firstRow + std::size_t(row), pixels + row * rowBytes, data);
     }
     void addEmptyRows(int rows)
     {
@@ -87,61 +90,71 @@ public:
     }
 
 private:
-    qsizetype cellBytes() const { return cellWidth * m_sprite.bytesPerPixel(); }
-
-    void classify()
+    /// What is covered wholly needs no mask.
+    std::size_t bytesOf(const SpriteRun &run) const
     {
-        const auto kindOf = m_sprite.m_kind == Kind::mask ? cellOfMask : cellOfPicture;
-        m_kinds.resize(m_cells);
-        for (std::size_t cell = 0; cell < m_cells; ++cell)
-            m_kinds[cell] = kindOf(m_row.data() + qsizetype(cell) * cellBytes());
-        // A change of kind costs as much as a few cells: short gaps and short full stretches are
-        // taken along.
+        const bool needsData = m_sprite.m_kind == Kind::picture || !run.isFull;
+        return needsData ? std::size_t(run.pixels) * std::size_t(m_sprite.bytesPerPixel()) : 0;
+    }
+
+    void classify(const quint8 *row)
+    {
+        const bool isMask = m_sprite.m_kind == Kind::mask;
+        const auto kindOf = isMask ? cellOfMask : cellOfPicture;
+        const int cellBytes = cellWidth * m_sprite.bytesPerPixel();
+        const auto whole = std::size_t(m_sprite.m_bounds.width() / cellWidth);
+        for (std::size_t cell = 0; cell < whole; ++cell)
+            m_kinds[cell] = kindOf(row + qsizetype(cell) * cellBytes);
+        if (whole < m_kinds.size()) {
+            quint8 last[cellWidth * 4] = {};
+            const int left = m_sprite.m_bounds.width() % cellWidth * m_sprite.bytesPerPixel();
+            std::copy_n(row + qsizetype(whole) * cellBytes, left, last);
+            m_kinds[whole] = kindOf(last);
+        }
+        forEachStretch([this](std::size_t from, std::size_t to) { takeShortAlong(from, to); });
+    }
+
+    // A change of kind costs as much as a few cells.
+    void takeShortAlong(std::size_t from, std::size_t to)
+    {
         constexpr std::size_t shortestGap = 3;
         constexpr std::size_t shortestFull = 8;
-        for (std::size_t cell = 0; cell < m_cells;) {
-            std::size_t end = cell + 1;
-            while (end < m_cells && m_kinds[end] == m_kinds[cell])
-                ++end;
-            const bool isInside = cell > 0 && end < m_cells;
-            const bool isShort = (m_kinds[cell] == Cell::full && end - cell < shortestFull)
-                                 || (m_kinds[cell] == Cell::empty && isInside
-                                     && end - cell < shortestGap);
-            if (isShort)
-                std::fill(m_kinds.begin() + qsizetype(cell), m_kinds.begin() + qsizetype(end),
-                          Cell::soft);
-            cell = end;
+        const bool isInside = from > 0 && to < m_kinds.size();
+        const bool isShortGap = m_kinds[from] == Cell::empty && isInside && to - from < shortestGap;
+        const bool isShortFull = m_kinds[from] == Cell::full && to - from < shortestFull;
+        if (isShortGap || isShortFull)
+            std::fill(m_kinds.begin() + qsizetype(from), m_kinds.begin() + qsizetype(to),
+                      Cell::soft);
+    }
+
+    /// Calls `work(from, to)` for cells of one kind that follow each other.
+    template <typename Work>
+    void forEachStretch(const Work &work)
+    {
+        for (std::size_t from = 0; from < m_kinds.size();) {
+            const Cell kind = m_kinds[from];
+            std::size_t to = from + 1;
+            while (to < m_kinds.size() && m_kinds[to] == kind)
+                ++to;
+            work(from, to);
+            from = to;
         }
     }
 
-    void addRow()
+    void addRow(const quint8 *row)
     {
-        classify();
+        classify(row);
         Span longest;
-        for (std::size_t cell = 0; cell < m_cells;) {
-            std::size_t end = cell + 1;
-            while (end < m_cells && m_kinds[end] == m_kinds[cell])
-                ++end;
-            if (m_kinds[cell] != Cell::empty) {
-                const bool isFull = m_kinds[cell] == Cell::full;
-                const SpriteRun run{nullptr, quint16(cell * cellWidth),
-                                    quint16((end - cell) * cellWidth), isFull};
-                if (isFull && run.pixels > longest.pixels)
-                    longest = {run.x, run.pixels};
-                m_sprite.m_runs.push_back(run);
-                if (needsData(run))
-                    m_kept.insert(m_kept.end(), m_row.begin() + qsizetype(cell) * cellBytes(),
-                                  m_row.begin() + qsizetype(end) * cellBytes());
-            }
-            cell = end;
-        }
+        forEachStretch([&](std::size_t from, std::size_t to) {
+            if (m_kinds[from] == Cell::empty)
+                return;
+            const SpriteRun run{nullptr, quint16(from * cellWidth),
+                                quint16((to - from) * cellWidth), m_kinds[from] == Cell::full};
+            if (run.isFull && run.pixels > longest.pixels)
+                longest = {run.x, run.pixels};
+            m_sprite.m_runs.push_back(run);
+        });
         endRow(longest);
-    }
-
-    // What is covered wholly needs no mask.
-    bool needsData(const SpriteRun &run) const
-    {
-        return m_sprite.m_kind == Kind::picture || !run.isFull;
     }
 
     void endRow(Span longest)
@@ -151,26 +164,27 @@ private:
         m_sprite.m_hasFullSpans = m_sprite.m_hasFullSpans || longest.pixels > 0;
     }
 
-    void keep(std::size_t firstRun)
+    /// Returns where the next row goes.
+    quint8 *keepRow(std::size_t row, const quint8 *pixels, quint8 *data)
     {
-        m_sprite.m_blocks.push_back(Block::make(m_kept.size()));
-        quint8 *data = m_sprite.m_blocks.back().get();
-        std::copy(m_kept.begin(), m_kept.end(), data);
-        for (std::size_t index = firstRun; index < m_sprite.m_runs.size(); ++index) {
+        for (std::size_t index = m_sprite.m_rowStarts[row]; index < m_sprite.m_rowStarts[row + 1];
+             ++index) {
             SpriteRun &run = m_sprite.m_runs[index];
-            if (!needsData(run))
+            const std::size_t bytes = bytesOf(run);
+            if (bytes == 0)
                 continue;
+            const int given = std::min<int>(run.pixels, m_sprite.m_bounds.width() - run.x);
+            const auto givenBytes = std::size_t(given * m_sprite.bytesPerPixel());
+            std::memcpy(data, pixels + run.x * m_sprite.bytesPerPixel(), givenBytes);
+            std::memset(data + givenBytes, 0, bytes - givenBytes);
             run.data = data;
-            data += run.pixels * m_sprite.bytesPerPixel();
+            data += bytes;
         }
-        m_sprite.m_bytes += qsizetype(m_kept.size());
+        return data;
     }
 
     Sprite &m_sprite;
-    std::size_t m_cells;
-    std::vector<quint8> m_row; // whole cells
-    std::vector<Cell> m_kinds;
-    std::vector<quint8> m_kept;
+    std::vector<Cell> m_kinds; // of the row at hand
 };
 
 void Sprite::Block::free(quint8 *bytes)

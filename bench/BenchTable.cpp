@@ -10,6 +10,8 @@ namespace {
 // A few significant digits, whether it is a nanosecond or a second.
 QString number(double value)
 {
+    if (value < 0.001)
+        return QString::number(value, 'g', 2);
     const int decimals = value >= 100 ? 0 : value >= 10 ? 1 : value >= 1 ? 2 : value >= 0.1 ? 3 : 4;
     return QString::number(value, 'f', decimals);
 }

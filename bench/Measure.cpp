@@ -13,9 +13,10 @@ namespace {
 using Timer = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-constexpr Milliseconds blockLength{20};
+constexpr Milliseconds blockLength{30};
 constexpr int mostTicksOfBlock = 40;
 constexpr std::size_t leastTicks = 5;
+constexpr int warmUpTicks = 8; // until kept buffers and caches have their size
 
 double runTick(const Work &work, Ticks *ticks)
 {
@@ -28,6 +29,14 @@ double runTick(const Work &work, Ticks *ticks)
     if (ticks)
         ticks->add(taken, heapAllocations() - allocations);
     return taken;
+}
+
+void warmUp(const Work &work)
+{
+    constexpr Milliseconds patience{100};
+    const Timer::time_point start = Timer::now();
+    for (int tick = 0; tick < warmUpTicks && Timer::now() - start < patience; ++tick)
+        runTick(work, nullptr);
 }
 
 void runBlock(const Work &work, Ticks &ticks)
@@ -76,6 +85,8 @@ std::vector<Ticks> measureInTurns(const std::vector<Work> &works, double seconds
         return std::ranges::all_of(ticks,
                                    [](const Ticks &each) { return each.count() >= leastTicks; });
     };
+    for (const Work &work : works)
+        warmUp(work);
     const Milliseconds all(seconds * 1000 * double(works.size()));
     const Timer::time_point start = Timer::now();
     while (Timer::now() - start < all || !isEnough()) {

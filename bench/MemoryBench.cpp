@@ -98,7 +98,7 @@ void benchMemory(const FrameBench &bench, const QStringList &arguments)
         qFatal("The processes that tell their memory could not be run");
     const double others = load.othersShare();
     const QString megabytes = QStringLiteral("MB");
-    const QString unit = QStringLiteral("x nothing");
+    const QString unit = QStringLiteral("x drawn");
     bench.table.add({QStringLiteral("memory before the first frame"), {}, path->before, megabytes},
                     others);
     bench.table.add({QStringLiteral("peak memory, drawn from nothing"), {}, drawn->peak, megabytes},

@@ -39,7 +39,7 @@ void measure(const FrameBench &bench, const std::vector<Pass> &passes)
     for (const Pass &pass : passes) {
         const MachineLoad load;
         const std::vector<Ticks> ticks =
-            measureInTurns({memcpyWork(bench.size), {pass.run}}, bench.seconds);
+            measureInTurns({memcpyWork(bench.size), {pass.run}}, bench.seconds / 2);
         bench.table.add({pass.name, ticks[1], ticks[1].p50() / ticks[0].p50(),
                          QStringLiteral("x memcpy"), pass.limit},
                         load.othersShare());
@@ -131,6 +131,7 @@ Work memcpyWork(FrameSize size)
 
 void benchPixels(const FrameBench &bench)
 {
+    measure(bench, {{QStringLiteral("memcpy of a frame"), memcpyWork(bench.size).tick}});
     benchConversions(bench);
     benchDeviceFrames(bench);
     for (const QSize target : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {

@@ -4,7 +4,7 @@
 #include <QBuffer>
 #include <QImageReader>
 
-#include <algorithm>
+#include <memory>
 
 namespace tessara {
 

@@ -2,7 +2,7 @@
 #include "bench/MachineLoad.h"
 #include "bench/ShowTicks.h"
 
-#include <algorithm>
+#include <memory>
 
 namespace tessara {
 

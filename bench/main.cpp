@@ -10,6 +10,7 @@
 #include "Models/Presets/PresetFormat.h"
 #include "Rendering/ApplicationFonts.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -18,7 +19,7 @@ namespace {
 using namespace tessara;
 
 constexpr FrameSize frameSizes[] = {{1920, 1080}, {3840, 2160}};
-constexpr double fullSeconds = 1.5; // a work
+constexpr double fullSeconds = 2; // a work
 constexpr double quickSeconds = 0.2;
 constexpr double busyShare = 0.1; // taken by others, from where on figures say little
 

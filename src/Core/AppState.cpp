@@ -199,7 +199,9 @@ void AppState::sendCurrentFrameToDeckLink()
     if (!frames) {
         setLastErrorMessage(frames.error());
         stopDeckLinkOutput(); // nothing restarts by itself
+        return;
     }
+    m_framePath.prepareHidden();
 }
 
 bool AppState::hasKeyOutput() const

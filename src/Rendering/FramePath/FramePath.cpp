@@ -8,8 +8,12 @@ namespace tessara {
 
 namespace {
 
-// The frame goes to a device and isn't read again: past the cache.
-constexpr RowStores deviceStores = RowStores::streaming;
+// A large frame goes past the cache, for nobody here reads it again.
+RowStores storesFor(const FrameTarget &target)
+{
+    constexpr qsizetype large = 16 << 20; // bytes; a smaller one is written faster into the cache
+    return target.rowBytes * target.size.height() > large ? RowStores::streaming : RowStores::plain;
+}
 // The rows that are scaled next are read at once.
 constexpr RowStores canvasStores = RowStores::plain;
 
@@ -128,7 +132,8 @@ bool FramePath::composeOutputs()
         FrameRing::Slot *slot = output.ring.next();
         if (!slot)
             return false;
-        const FrameOutput destination(output.target, slot->bytes.writableData(), deviceStores);
+        const FrameOutput destination(output.target, slot->bytes.writableData(),
+                                      storesFor(output.target));
         if (destination.isMirrored()) {
             composeMirrored(destination, slot->stale);
         } else {
@@ -161,7 +166,7 @@ bool FramePath::composeScaledOutputs()
             if (!slot)
                 return false;
             write(m_scaled[index],
-                  FrameOutput(output.target, slot->bytes.writableData(), deviceStores),
+                  FrameOutput(output.target, slot->bytes.writableData(), storesFor(output.target)),
                   slot->stale);
             slot->stale.clear();
         }
@@ -180,12 +185,11 @@ void FramePath::compose(const Destinations &destinations, const TileDamage &stal
         tiles += __builtin_popcountll(stale.band(band));
     }
     const bool isLarge = tiles * stale.tileWidth() * TileDamage::bandRows >= leastShared;
-    m_workers.run(int(m_bands.size()), isLarge ? m_workers.threads() - 1 : 0,
-                  [&](int piece, int thread) {
-                      const int band = m_bands[std::size_t(piece)];
-                      composeBand(destinations, band, stale.band(band),
-                                  m_threads[std::size_t(thread)]);
-                  });
+    m_workers.run(
+        int(m_bands.size()), isLarge ? m_workers.threads() - 1 : 0, [&](int piece, int thread) {
+            const int band = m_bands[std::size_t(piece)];
+            composeBand(destinations, band, stale.band(band), m_threads[std::size_t(thread)]);
+        });
 }
 
 void FramePath::collect(int top, int bottom, std::vector<const DrawItem *> &items) const

@@ -33,7 +33,10 @@ public:
     /// The frame of canvas size (fractions cut), as `RenderEngine::render` draws it.
     Result render(const CanvasDocument &document, const std::optional<QColor> &background,
                   std::span<const FrameTarget> targets);
-    /// The same for a geometry of one's own: an upright canvas at the size of a view.
+    /// After a frame that leaves time: the sprites of layers that are not seen yet, so that a take
+    /// finds them. They are made beside this thread.
+    void prepareHidden() { m_scene.prepareHidden(); }
+    /// `render` for a geometry of one's own: an upright canvas at the size of a view.
     Result render(const CanvasDocument &document, const FrameGeometry &geometry,
                   const std::optional<QColor> &background, std::span<const FrameTarget> targets);
 

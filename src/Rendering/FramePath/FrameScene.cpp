@@ -24,8 +24,7 @@ QRectF reachOf(const Primitive &primitive, const QTransform &canvasToDevice)
     const auto *fill = std::get_if<FilledPath>(&primitive.what);
     QRectF reach = toDevice.mapRect(fill ? fill->path.controlPointRect()
                                          : std::get<PlacedPicture>(primitive.what).box);
-    if (const auto *picture = std::get_if<PlacedPicture>(&primitive.what);
-        picture && picture->mask)
+    if (const auto *picture = std::get_if<PlacedPicture>(&primitive.what); picture && picture->mask)
         reach &= toDevice.mapRect(picture->mask->controlPointRect());
     if (primitive.clip)
         reach &= QRectF(clipInPixels(*primitive.clip, canvasToDevice));
@@ -63,31 +62,27 @@ void FrameScene::watch(const CanvasDocument &document)
     for (const QMetaObject::Connection &connection : m_connections)
         QObject::disconnect(connection);
     m_document = &document;
-    const auto find = [this](const QUuid &id) {
-        const auto layer = std::find_if(m_layers.begin(), m_layers.end(),
-                                        [&](const auto &each) { return each->id == id; });
-        return layer == m_layers.end() ? nullptr : layer->get();
-    };
     m_connections = {
         QObject::connect(&document, &CanvasDocument::layerChanged,
-                         [this, find](const QUuid &id) {
+                         [this](const QUuid &id) {
                              if (SceneLayer *layer = find(id)) {
                                  layer->isContentStale = layer->isStateStale = true;
                                  m_isStale = true;
                              }
                          }),
         QObject::connect(&document, &CanvasDocument::visibilityChanged,
-                         [this, find](const QUuid &id) {
+                         [this](const QUuid &id) {
                              if (SceneLayer *layer = find(id))
                                  layer->isStateStale = m_isStale = true;
                          }),
         QObject::connect(&document, &CanvasDocument::layerOrderChanged,
                          [this] { m_isOrderStale = m_isStale = true; }),
-        QObject::connect(&document, &CanvasDocument::layerRunSettingsChanged, [this] {
-            for (const auto &layer : m_layers)
-                layer->isStateStale = true;
-            m_isStale = true;
-        }),
+        QObject::connect(&document, &CanvasDocument::layerRunSettingsChanged,
+                         [this] {
+                             for (const auto &layer : m_layers)
+                                 layer->isStateStale = true;
+                             m_isStale = true;
+                         }),
         QObject::connect(&document, &CanvasDocument::layerVisibilityChanged,
                          [this] { m_isStale = true; }),
         QObject::connect(&document, &CanvasDocument::sizeChanged, [this] { markAll(); }),
@@ -95,6 +90,13 @@ void FrameScene::watch(const CanvasDocument &document)
     m_layers.clear();
     markAll();
     m_isOrderStale = true;
+}
+
+FrameScene::SceneLayer *FrameScene::find(const QUuid &id) const
+{
+    const auto layer = std::find_if(m_layers.begin(), m_layers.end(),
+                                    [&](const auto &each) { return each->id == id; });
+    return layer == m_layers.end() ? nullptr : layer->get();
 }
 
 void FrameScene::markAll()
@@ -120,6 +122,8 @@ void FrameScene::update(const CanvasDocument &document, const FrameGeometry &geo
         m_geometry = geometry;
         markAll();
     }
+    ++m_updates;
+    m_mayPrepare = true;
     if (m_isOrderStale)
         syncOrder(damage);
     for (const auto &layer : m_layers) {
@@ -127,8 +131,10 @@ void FrameScene::update(const CanvasDocument &document, const FrameGeometry &geo
             continue;
         layer->opacity = runOpacity(document, layer->item);
         const QPointF slide = slideOf(*layer);
-        if (layer->opacity > 0 && (layer->isContentStale || !partsFit(*layer, slide)))
+        if (layer->opacity > 0 && !isComplete(*layer, slide))
             rebuildParts(*layer, slide);
+        if (layer->opacity > 0)
+            layer->lastSeen = m_updates;
     }
     makeRasters();
     m_items.clear();
@@ -168,9 +174,8 @@ void FrameScene::syncOrder(TileDamage &damage)
         remove(*old[index]);
     for (qsizetype index = 0; index < ordered.size(); ++index) {
         const CanvasLayerItem &item = ordered[index];
-        const auto known = std::find_if(old.begin(), old.end(), [&](const auto &layer) {
-            return isSame(item, layer);
-        });
+        const auto known = std::find_if(old.begin(), old.end(),
+                                        [&](const auto &layer) { return isSame(item, layer); });
         if (known != old.end()) {
             m_layers.push_back(std::move(*known));
         } else {
@@ -191,11 +196,12 @@ QPointF FrameScene::slideOf(const SceneLayer &layer) const
     return QPointF(offset.width(), offset.height()) * m_geometry.canvasToDevice.m11();
 }
 
-bool FrameScene::partsFit(const SceneLayer &layer, QPointF slide) const
+bool FrameScene::isComplete(const SceneLayer &layer, QPointF slide) const
 {
-    return std::all_of(layer.parts.begin(), layer.parts.end(), [&](const Part &part) {
-        return fits(part.placed, !part.color, part.reach, slide);
-    });
+    return !layer.isContentStale
+           && std::all_of(layer.parts.begin(), layer.parts.end(), [&](const Part &part) {
+                  return part.placed.sprite && fits(part.placed, !part.color, part.reach, slide);
+              });
 }
 
 // A sprite serves where it knows all that the frame shows of it. The platform samples a row of a
@@ -205,9 +211,9 @@ bool FrameScene::fits(const PlacedSprite &placed, bool isPicture, const QRectF &
 {
     const QRectF area = placed.area();
     const QRectF frame = frameRect(m_geometry);
-    const QRectF seen =
-        (frame.translated(-slide) | frame.translated(-QPointF(std::floor(slide.x()), std::floor(slide.y()))))
-        & reach;
+    const QRectF seen = (frame.translated(-slide)
+                         | frame.translated(-QPointF(std::floor(slide.x()), std::floor(slide.y()))))
+                        & reach;
     const bool knowsAll = seen.isEmpty() || area.contains(seen);
     if (!isPicture || !slide.isNull() || !knowsAll)
         return knowsAll;
@@ -241,9 +247,11 @@ void FrameScene::rebuildParts(SceneLayer &layer, QPointF slide)
         const QRect frame = frameRect(m_geometry);
         m_rasters.push_back({key, primitive,
                              isWide ? frame.adjusted(-margin, -margin, margin, margin) : frame,
-                             &part.placed, nullptr});
+                             index, &layer, nullptr});
     }
     layer.isContentStale = false;
+    layer.isForgotten = false;
+    ++layer.revision;
 }
 
 void FrameScene::makeRasters()
@@ -255,11 +263,79 @@ void FrameScene::makeRasters()
         raster.sprite = Sprite::make(raster.primitive, m_geometry.canvasToDevice, raster.area);
     });
     for (Raster &raster : m_rasters) {
-        *raster.target = {raster.sprite, QPoint()};
+        raster.layer->parts[raster.part].placed = {raster.sprite, QPoint()};
         m_sprites.insert(raster.key, raster.sprite);
         raster.sprite.reset();
     }
     m_rasters.clear();
+    forgetHidden();
+}
+
+void FrameScene::prepareHidden()
+{
+    takePrepared();
+    if (!m_mayPrepare || !m_maker.isIdle())
+        return;
+    const auto next = std::find_if(m_layers.begin(), m_layers.end(), [](const auto &layer) {
+        return layer->opacity <= 0 && layer->isContentStale && !layer->isForgotten;
+    });
+    m_mayPrepare = next != m_layers.end();
+    if (!m_mayPrepare)
+        return;
+    rebuildParts(**next, QPointF());
+    std::vector<SpriteMaker::Order> orders;
+    for (Raster &raster : m_rasters) {
+        orders.push_back({std::move(raster.primitive), m_geometry.canvasToDevice, raster.area});
+        m_preparations.push_back(
+            {raster.key, raster.layer->id, raster.layer->revision, raster.part});
+    }
+    m_rasters.clear();
+    if (!orders.empty())
+        m_maker.start(std::move(orders));
+}
+
+// What was made for a layer that has changed meanwhile may still serve another.
+void FrameScene::takePrepared()
+{
+    if (!m_maker.isDone())
+        return;
+    const std::vector<std::shared_ptr<const Sprite>> sprites = m_maker.takeResults();
+    for (std::size_t index = 0; index < sprites.size(); ++index) {
+        const Preparation &preparation = m_preparations[index];
+        m_sprites.insert(preparation.key, sprites[index]);
+        SceneLayer *layer = find(preparation.layer);
+        if (layer && layer->revision == preparation.revision && !layer->isForgotten)
+            layer->parts[preparation.part].placed = {sprites[index], QPoint()};
+    }
+    m_preparations.clear();
+    forgetHidden();
+}
+
+// Layers that were seen long ago give their sprites up first.
+void FrameScene::forgetHidden()
+{
+    constexpr qsizetype room = 256LL << 20; // bytes
+    const auto bytesOf = [](const SceneLayer &layer) {
+        qsizetype bytes = 0;
+        for (const Part &part : layer.parts)
+            bytes += part.placed.sprite ? part.placed.sprite->bytes() : 0;
+        return bytes;
+    };
+    qsizetype hidden = 0;
+    for (const auto &layer : m_layers)
+        hidden += layer->opacity > 0 ? 0 : bytesOf(*layer);
+    while (hidden > room) {
+        SceneLayer *oldest = nullptr;
+        for (const auto &layer : m_layers) {
+            if (layer->opacity <= 0 && !layer->parts.empty()
+                && (!oldest || layer->lastSeen < oldest->lastSeen))
+                oldest = layer.get();
+        }
+        hidden -= bytesOf(*oldest);
+        oldest->parts.clear();
+        oldest->isContentStale = oldest->isForgotten = true;
+        ++oldest->revision;
+    }
 }
 
 void FrameScene::rebuildItems(SceneLayer &layer, QPointF slide, TileDamage &damage)

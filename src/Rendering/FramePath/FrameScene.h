@@ -5,6 +5,7 @@
 #include "Models/CanvasLayerItem.h"
 #include "Rendering/FramePath/RowComposer.h"
 #include "Rendering/FramePath/SpriteCache.h"
+#include "Rendering/FramePath/SpriteMaker.h"
 #include "Rendering/FramePath/TileDamage.h"
 #include "Rendering/LayerPrimitives.h"
 #include "Rendering/TextBlockCache.h"
@@ -48,6 +49,10 @@ public:
         return m_document == &document && m_geometry == geometry;
     }
 
+    /// Makes the sprites of a layer that isn't seen yet, beside this thread, so that a take finds
+    /// them; one layer at a time, to be called once a frame after the update.
+    void prepareHidden();
+
     /// From the lowest to the highest; valid until the next update.
     std::span<const DrawItem> items() const { return m_items; }
 
@@ -55,7 +60,7 @@ private:
     struct Part
     {
         PlacedSprite placed;
-        QRectF reach;       // px, what the primitive could cover
+        QRectF reach;                   // px, what the primitive could cover
         std::optional<RGBAColor> color; // none for a picture
         Fading fading;
     };
@@ -63,9 +68,12 @@ private:
     {
         CanvasLayerItem item;
         QUuid id;
-        bool isContentStale = true;
+        bool isContentStale = true; // `parts` are not what would be drawn
         bool isStateStale = true;
+        bool isForgotten = false; // its sprites took too much room while it was hidden
         double opacity = 0;
+        quint64 lastSeen = 0; // update
+        quint64 revision = 0; // of the parts
         std::vector<Part> parts;
         std::vector<DrawItem> items;
     };
@@ -74,8 +82,17 @@ private:
         SpriteKey key;
         Primitive primitive;
         QRect area;
-        PlacedSprite *target;
+        std::size_t part; // of the layer
+        SceneLayer *layer;
         std::shared_ptr<const Sprite> sprite;
+    };
+    /// A raster in the maker's hands, whose layer may be gone when it is done.
+    struct Preparation
+    {
+        SpriteKey key;
+        QUuid layer;
+        quint64 revision;
+        std::size_t part;
     };
     using Layers = std::vector<std::unique_ptr<SceneLayer>>;
 
@@ -83,9 +100,12 @@ private:
     void markAll();
     void syncOrder(TileDamage &damage);
     QPointF slideOf(const SceneLayer &layer) const;
-    bool partsFit(const SceneLayer &layer, QPointF slide) const;
     bool fits(const PlacedSprite &placed, bool isPicture, const QRectF &reach, QPointF slide) const;
+    bool isComplete(const SceneLayer &layer, QPointF slide) const;
     void rebuildParts(SceneLayer &layer, QPointF slide);
+    void takePrepared();
+    void forgetHidden();
+    SceneLayer *find(const QUuid &id) const;
     void makeRasters();
     void rebuildItems(SceneLayer &layer, QPointF slide, TileDamage &damage);
 
@@ -99,6 +119,10 @@ private:
     SpriteCache m_sprites;
     Layers m_layers;
     std::vector<Raster> m_rasters;
+    SpriteMaker m_maker;
+    std::vector<Preparation> m_preparations;
+    bool m_mayPrepare = true; // some hidden layer may lack sprites
+    quint64 m_updates = 0;
     std::vector<DrawItem> m_items;
 };
 

@@ -32,7 +32,8 @@ RowComposer::RowComposer(int width)
 {
     constexpr std::size_t cacheLine = 64; // bytes
     const auto address = reinterpret_cast<std::size_t>(m_pixels.data() + room);
-    m_row = m_pixels.data() + room + (cacheLine - address % cacheLine) % cacheLine / sizeof(quint32);
+    m_row =
+        m_pixels.data() + room + (cacheLine - address % cacheLine) % cacheLine / sizeof(quint32);
 }
 
 // What lies under the longest opaque stretch is never looked at.
@@ -197,8 +198,8 @@ void RowComposer::blendSliding(const DrawItem &item, int y, int from, int to)
         expand(item, row - 1, m_second.data());
         neighbour = m_second.data();
     }
-    m_kernels.mixRows(m_mixed.data(), m_first.data() + lead, neighbour,
-                      item.slideX + item.slideY, qsizetype(pixels) * bytesPerPixel);
+    m_kernels.mixRows(m_mixed.data(), m_first.data() + lead, neighbour, item.slideX + item.slideY,
+                      qsizetype(pixels) * bytesPerPixel);
     const SpriteRun run{m_mixed.data(), 0, quint16(pixels), false};
     if (item.place.left() < to && item.place.left() + pixels > from)
         blendRun(item, run, from, to);

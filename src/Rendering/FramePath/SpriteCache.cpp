@@ -58,7 +58,8 @@ SpriteKey::SpriteKey(const Primitive &primitive, const QTransform &canvasToDevic
         m_what = fill->path;
     else
         m_what = std::get<PlacedPicture>(primitive.what);
-    // A hair below a whole pixel counts as the pixel, or a place would depend on how it was reached.
+    // A hair below a whole pixel counts as the pixel, or a place would depend on how it was
+    // reached.
     constexpr double hair = 1e-7; // px
     const double across = std::floor(m_toDevice.dx() + hair);
     const double down = std::floor(m_toDevice.dy() + hair);

@@ -35,20 +35,20 @@ bool isOver(const BenchRow &row)
 void BenchTable::begin(const QString &title)
 {
     m_title = title;
-    std::printf("\n%-42s %8s %8s %8s %7s %10s %-13s %11s %7s\n", qPrintable(title), "p50 ms",
-                "p99 ms", "best ms", "ticks", "allocs", "  measured", "limit", "others");
+    std::printf("\n%-42s %8s %8s %8s %7s %7s %10s %-13s %11s %7s\n", qPrintable(title), "p50 ms",
+                "p99 ms", "best ms", "ticks", "quiet", "allocs", "  measured", "limit", "others");
 }
 
 void BenchTable::add(const BenchRow &row, double others)
 {
     std::printf("%-42s ", qPrintable(row.name));
     if (row.ticks) {
-        std::printf("%8s %8s %8s %7zu %10s ", qPrintable(number(row.ticks->p50())),
+        std::printf("%8s %8s %8s %7zu %5.0f %% %10s ", qPrintable(number(row.ticks->p50())),
                     qPrintable(number(row.ticks->p99())), qPrintable(number(row.ticks->best())),
-                    row.ticks->count(),
+                    row.ticks->count(), row.ticks->undisturbedShare() * 100,
                     qPrintable(QString::number(row.ticks->allocations(), 'g', 3)));
     } else {
-        std::printf("%45s ", "");
+        std::printf("%53s ", "");
     }
     std::printf("%6s %-10s %11s %5.0f %%%s\n", qPrintable(number(row.value)), qPrintable(row.unit),
                 qPrintable(limitText(row)), others * 100, isOver(row) ? "  OVER" : "");

@@ -12,20 +12,30 @@ namespace tessara {
 class Ticks
 {
 public:
-    void add(double milliseconds, quint64 allocations);
+    struct Tick
+    {
+        double milliseconds = 0;
+        long interruptions = 0; // how often the system gave the processor to others meanwhile
+        quint64 allocations = 0;
+    };
 
-    std::size_t count() const { return m_milliseconds.size(); }
-    /// The tick that `share` of all ticks don't exceed, in ms.
-    double percentile(double share) const;
-    double p50() const { return percentile(0.5); }
-    double p99() const { return percentile(0.99); }
-    double best() const { return percentile(0); }
+    void add(const Tick &tick) { m_ticks.push_back(tick); }
+
+    std::size_t count() const { return m_ticks.size(); }
+    /// The median of the quiet ticks, in ms: of those with the fewest interruptions, a quarter of
+    /// all at least. What others take of a busy machine would otherwise count for long ticks and
+    /// not for short ones.
+    double p50() const;
+    /// Of all ticks, in ms.
+    double p99() const;
+    double best() const;
+    /// The share of ticks without any interruption, 0 to 1.
+    double undisturbedShare() const;
     /// The mean of a tick.
     double allocations() const;
 
 private:
-    std::vector<double> m_milliseconds;
-    quint64 m_allocations = 0;
+    std::vector<Tick> m_ticks;
 };
 
 struct Work

@@ -1,6 +1,7 @@
 #include "bench/FrameBench.h"
 #include "bench/MachineLoad.h"
 
+#include "Base/Pixels/FrameBytes.h"
 #include "Base/Pixels/PixelConversion.h"
 #include "Base/Pixels/Resample.h"
 #include "Base/Pixels/RowOutput.h"
@@ -23,11 +24,19 @@ struct Pass
     std::optional<double> limit = {};
 };
 
-/// Bytes that nobody can foresee, so that no branch is taken for granted.
-std::vector<quint8> noise(qsizetype size)
+FrameBytes frameOf(qsizetype size)
 {
-    std::vector<quint8> bytes(std::size_t(size), 0);
-    std::generate(bytes.begin(), bytes.end(), [state = 1u]() mutable {
+    FrameBytes bytes = FrameBytes::zeroed(size);
+    if (bytes.isNull())
+        qFatal("There is no memory for a frame");
+    return bytes;
+}
+
+/// Bytes that nobody can foresee, so that no branch is taken for granted.
+FrameBytes noise(qsizetype size)
+{
+    FrameBytes bytes = frameOf(size);
+    std::generate_n(bytes.writableData(), size, [state = 1u]() mutable {
         state = state * 1664525u + 1013904223u;
         return quint8(state >> 24);
     });
@@ -49,13 +58,13 @@ void measure(const FrameBench &bench, const std::vector<Pass> &passes)
 void benchConversions(const FrameBench &bench)
 {
     constexpr qsizetype beyond = 64; // bytes that may be read past a row
-    std::vector<quint8> source = noise(bench.size.bytes() + beyond);
-    std::vector<quint8> target(source.size());
+    const FrameBytes source = noise(bench.size.bytes() + beyond);
+    FrameBytes target = frameOf(bench.size.bytes());
     const int width = bench.size.width;
     const int height = bench.size.height;
     const SourceRows from{source.data(), width * 4};
-    const TargetRows to{target.data(), width * 4};
-    const TargetRows to2vuy{target.data(), rowBytesOf2vuy(width)};
+    const TargetRows to{target.writableData(), width * 4};
+    const TargetRows to2vuy{target.writableData(), rowBytesOf2vuy(width)};
     using Convert = void (*)(SourceRows, TargetRows, int, int);
     const auto pass = [=](Convert convert, TargetRows rows) {
         return [=] { convert(from, rows, width, height); };
@@ -83,9 +92,8 @@ void benchConversions(const FrameBench &bench)
 void benchScaling(const FrameBench &bench, QSize targetSize)
 {
     const bool isShrinking = targetSize.width() < bench.size.width;
-    const std::vector<quint8> source = noise(bench.size.bytes());
-    std::vector<quint8> target(std::size_t(targetSize.width()) * std::size_t(targetSize.height())
-                               * 4);
+    const FrameBytes source = noise(bench.size.bytes());
+    FrameBytes target = frameOf(qsizetype(targetSize.width()) * targetSize.height() * 4);
     const Resampler resampler(bench.size.pixels(), targetSize);
     Resampler::Scratch scratch(resampler);
     measure(bench, {{QStringLiteral("scaling to %1x%2, 1 thread")
@@ -93,7 +101,7 @@ void benchScaling(const FrameBench &bench, QSize targetSize)
                          .arg(targetSize.height()),
                      [&] {
                          resampler.rows({source.data(), bench.size.width * 4},
-                                        {target.data(), targetSize.width() * 4}, 0,
+                                        {target.writableData(), targetSize.width() * 4}, 0,
                                         targetSize.height(), scratch);
                      },
                      isShrinking ? std::optional(limitOfShrinking) : std::nullopt}});
@@ -121,11 +129,10 @@ void benchDeviceFrames(const FrameBench &bench)
 
 Work memcpyWork(FrameSize size)
 {
-    const std::vector<quint8> source(std::size_t(size.bytes()), 1);
-    return {[source, target = std::vector<quint8>(source.size())]() mutable {
+    return {[source = noise(size.bytes()), target = frameOf(size.bytes())]() mutable {
         // Through a pointer that the compiler can't see through, so that the copy is made.
         static void *(*volatile copy)(void *, const void *, std::size_t) = &std::memcpy;
-        copy(target.data(), source.data(), source.size());
+        copy(target.writableData(), source.data(), std::size_t(source.size()));
     }};
 }
 

@@ -53,9 +53,10 @@ void benchScene(const FrameBench &bench, const ShowFiles &files, const Scene &sc
             others);
     bench.table.add({QStringLiteral("  drawn from nothing"), ticks[2], ticks[2].p50() / copy, unit},
                     others);
+    // Others lengthen the long ticks of drawing from nothing, which must not count as a gain.
     bench.table.add({QStringLiteral("  so many times faster"),
                      {},
-                     ticks[2].p50() / ticks[1].p50(),
+                     ticks[2].best() / ticks[1].p50(),
                      QStringLiteral("x"),
                      scene.leastGain,
                      true},

@@ -18,7 +18,7 @@ enum class DrawingStyle {
 /// Where and for whom a layer is drawn.
 struct DrawingPlace
 {
-    QPointF offset{};        // canvas units, the take's slide
+    QPointF offset{}; // canvas units, the take's slide
     DrawingStyle style = DrawingStyle::frame;
     double pixelsPerUnit = 1; // chooses among the sizes in which a picture is held
 };

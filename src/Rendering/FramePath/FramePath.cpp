@@ -55,6 +55,7 @@ FramePath::Result FramePath::render(const CanvasDocument &document, const FrameG
     if (!isSame && !setUp(geometry, color, targets))
         return tl::unexpected(RenderEngineError::bitmapCreationFailed);
     m_damage.clear();
+    // What was set up anew has not been composed at all, the frame that is scaled not even once.
     if (!isSame || !m_scene.isFor(document, geometry))
         m_damage.addAll();
     m_scene.update(document, geometry, m_damage);

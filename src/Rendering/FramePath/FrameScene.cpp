@@ -75,6 +75,12 @@ void FrameScene::watch(const CanvasDocument &document)
                              if (SceneLayer *layer = find(id))
                                  layer->isStateStale = m_isStale = true;
                          }),
+        // Another may come under its id, even at its address.
+        QObject::connect(&document, &CanvasDocument::layerRemoved,
+                         [this](const QUuid &id) {
+                             if (SceneLayer *layer = find(id))
+                                 layer->id = QUuid();
+                         }),
         QObject::connect(&document, &CanvasDocument::layerOrderChanged,
                          [this] { m_isOrderStale = m_isStale = true; }),
         QObject::connect(&document, &CanvasDocument::layerRunSettingsChanged,

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <cstring>
 #include <new>
 
@@ -42,6 +43,51 @@ Cell cellOfPicture(const quint8 *pixels)
 QRect alignedPixels(const QRectF &box, const QRect &area)
 {
     return box.intersected(area).toAlignedRect().intersected(area);
+}
+
+bool isRectangle(const QPainterPath &path)
+{
+    constexpr int corners = 5; // the first twice
+    if (path.elementCount() != corners)
+        return false;
+    const QRectF box = path.controlPointRect();
+    for (int index = 0; index < corners; ++index) {
+        const QPainterPath::Element corner = path.elementAt(index);
+        if ((corner.x != box.left() && corner.x != box.right())
+            || (corner.y != box.top() && corner.y != box.bottom()))
+            return false;
+    }
+    return true;
+}
+
+// A painter takes a clip of which it sees nothing but rows that are alike, each of one coverage,
+// for a rectangle of whole pixels, and its edges for hard.
+bool looksRectangular(const QPainterPath &mask, const QTransform &toDevice, const QRect &area)
+{
+    if (isRectangle(mask))
+        return true;
+    const CoverageMask seen = rasterizedPath(mask, toDevice, area);
+    for (int y = seen.bounds.top(); y <= seen.bounds.bottom(); ++y) {
+        const uchar *row = seen.row(y);
+        const bool isEven = std::all_of(row, row + seen.bounds.width(),
+                                        [row](uchar alpha) { return alpha == row[0]; });
+        if (!isEven || row[0] == 0)
+            return false;
+    }
+    return true;
+}
+
+// A painter puts a picture that isn't stretched at whole pixels, and rounds halves away from zero,
+// wherever zero is. A hair tells it in which direction they go in the frame.
+QTransform withoutHalves(const QTransform &toDevice, const QRectF &box)
+{
+    constexpr double hair = 1e-7; // px
+    const auto nudge = [](double place) {
+        const bool isHalf = std::abs(place - std::floor(place) - 0.5) < hair / 2;
+        return isHalf ? std::copysign(hair, place) : 0;
+    };
+    const QPointF place = toDevice.map(box.topLeft());
+    return toDevice * QTransform::fromTranslate(nudge(place.x()), nudge(place.y()));
 }
 
 quint32 nextSerial()
@@ -250,19 +296,30 @@ void Sprite::addPicture(const Primitive &primitive, const QTransform &toDevice, 
         return;
     Builder builder(*this, Kind::picture, pixels);
     const int stripRows = std::max(1, int(stripPixels / pixels.width()));
-    QImage strip(pixels.width(), std::min(stripRows, pixels.height()),
+    const std::optional<QPainterPath> &clip = picture.mask;
+    // What is soft in the whole must not look rectangular in a strip: a pixel beside and above it,
+    // at which nobody looks, is shown as well.
+    const bool hasSpot = clip && !looksRectangular(*clip, toDevice, area);
+    const auto shownThrough = [&](QPainterPath path, QPoint spot) {
+        if (hasSpot)
+            path.addRect(toDevice.inverted().mapRect(QRectF(spot, QSizeF(1, 1))));
+        return path;
+    };
+    const int above = hasSpot ? 1 : 0;
+    const int beside = hasSpot ? 2 : 0;
+    QImage strip(pixels.width() + beside, std::min(stripRows, pixels.height()) + above,
                  QImage::Format_ARGB32_Premultiplied);
     for (int top = pixels.top(); top <= pixels.bottom(); top += stripRows) {
         strip.fill(Qt::transparent);
         QPainter painter(&strip);
-        painter.setTransform(QTransform::fromTranslate(-pixels.left(), -top));
+        painter.setTransform(QTransform::fromTranslate(-pixels.left(), above - top));
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-        painter.setTransform(toDevice, true);
-        if (picture.mask)
-            painter.setClipPath(*picture.mask);
+        painter.setTransform(withoutHalves(toDevice, picture.box), true);
+        if (clip)
+            painter.setClipPath(shownThrough(*clip, {pixels.right() + 2, top - 1}));
         painter.drawImage(picture.box, picture.image, picture.image.rect());
         painter.end();
-        builder.addRows(strip.constBits(), strip.bytesPerLine(),
+        builder.addRows(strip.constScanLine(above), strip.bytesPerLine(),
                         std::min(stripRows, pixels.bottom() + 1 - top));
     }
 }

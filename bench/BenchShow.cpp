@@ -24,37 +24,37 @@ Picture testPicture(int index)
 
 } // namespace
 
+TextPreset scaledPreset(TextPreset preset, double scale)
+{
+    for (PresetRectEntry &rect : preset.rects) {
+        rect.position *= scale;
+        rect.size *= scale;
+        rect.cornerRadius *= scale;
+    }
+    for (PresetImageEntry &image : preset.images) {
+        image.position *= scale;
+        image.size *= scale;
+        image.maskPadding = image.maskPadding.value_or(0) * scale;
+    }
+    for (TextPresetEntry &text : preset.entries) {
+        text.position *= scale;
+        text.fontSize *= scale;
+        if (text.textBoxSize)
+            *text.textBoxSize *= scale;
+    }
+    return preset;
+}
+
 BenchShow::BenchShow(QSizeF canvas, const ShowFiles &files)
     : m_document(m_clock, canvas)
     , m_scale(canvas.width() / 1920)
 {
     if (files.preset)
-        addPreset(*files.preset);
+        m_document.addTextPreset(scaledPreset(*files.preset, m_scale));
     for (const Macro &macro : files.macros)
         addLayersOf(macro);
     if (m_document.layerOrder().isEmpty())
         addGeneratedShow();
-}
-
-void BenchShow::addPreset(TextPreset preset)
-{
-    for (PresetRectEntry &rect : preset.rects) {
-        rect.position *= m_scale;
-        rect.size *= m_scale;
-        rect.cornerRadius *= m_scale;
-    }
-    for (PresetImageEntry &image : preset.images) {
-        image.position *= m_scale;
-        image.size *= m_scale;
-        image.maskPadding = image.maskPadding.value_or(0) * m_scale;
-    }
-    for (TextPresetEntry &text : preset.entries) {
-        text.position *= m_scale;
-        text.fontSize *= m_scale;
-        if (text.textBoxSize)
-            *text.textBoxSize *= m_scale;
-    }
-    m_document.addTextPreset(preset);
 }
 
 void BenchShow::addLayersOf(const Macro &macro)
@@ -72,6 +72,8 @@ void BenchShow::addLayersOf(const Macro &macro)
             sized->setSize(sized->size() * m_scale);
         if (auto *countdown = qobject_cast<CountdownLayer *>(layer))
             countdown->setFontSize(countdown->fontSize() * m_scale);
+        if (auto *text = qobject_cast<TextLayer *>(layer))
+            text->setFontSize(text->fontSize() * m_scale);
     }
 }
 
@@ -133,12 +135,6 @@ void BenchShow::addCountdowns()
         layer->setShowBackground(true);
         layer->setCornerRadius(16 * m_scale);
     }
-}
-
-void BenchShow::setInDissolve(bool inDissolve)
-{
-    for (const QUuid &id : m_document.layerOrder())
-        m_document.takes().setVisibility(id, inDissolve ? 0.5 : 1);
 }
 
 } // namespace tessara

@@ -14,6 +14,9 @@ struct ShowFiles
     QList<Macro> macros; // for the layers that they add
 };
 
+/// The same preset on a canvas larger by `scale`.
+TextPreset scaledPreset(TextPreset preset, double scale);
+
 /// The show of the files or, without any, one of 40 layers: titles in several scripts, pictures
 /// with and without masks, shapes and countdowns, spread over the canvas as a full show does. It is
 /// scaled to the canvas.
@@ -23,11 +26,8 @@ public:
     BenchShow(QSizeF canvas, const ShowFiles &files);
 
     CanvasDocument &document() { return m_document; }
-    /// Every layer half way through a take.
-    void setInDissolve(bool inDissolve);
 
 private:
-    void addPreset(TextPreset preset);
     void addLayersOf(const Macro &macro);
     void addGeneratedShow();
     void addTitles();

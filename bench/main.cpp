@@ -1,241 +1,173 @@
-// tessara-bench-frame: what a frame and its conversions cost, in ms and in copies of the same
-// frame.
+// tessara-bench-frame: what a frame costs, by the frame path and drawn from nothing.
+#include <QCommandLineParser>
 #include <QFile>
 #include <QGuiApplication>
 
-#include "bench/BenchShow.h"
+#include "Base/ProcessTuning.h"
+#include "bench/FrameBench.h"
+#include "bench/MachineLoad.h"
 #include "Core/Macros/MacroFormat.h"
-#include "DeckLink/DeckLinkFrameBuffer.h"
-#include "Base/Pixels/PixelConversion.h"
-#include "Base/Pixels/Resample.h"
 #include "Models/Presets/PresetFormat.h"
 #include "Rendering/ApplicationFonts.h"
-#include "Rendering/RenderEngine.h"
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <cstring>
-#include <functional>
-#include <map>
-#include <memory>
-#include <vector>
+#include <cstdlib>
 
 namespace {
 
 using namespace tessara;
 
-constexpr double limitOf2vuy = 12;       // times a memcpy of the frame
-constexpr double limitOfSameSize = 3;    // times a memcpy of the frame
-constexpr double limitOfShrinking = 9.5; // times a memcpy of the source
-
-struct FrameSize
-{
-    int width;
-    int height;
-
-    qsizetype bytes() const { return qsizetype(width) * height * 4; }
-};
 constexpr FrameSize frameSizes[] = {{1920, 1080}, {3840, 2160}};
+constexpr double fullSeconds = 2; // a work
+constexpr double quickSeconds = 0.2;
+constexpr double busyShare = 0.1; // taken by others, from where on figures say little
 
-/// The best of many copies of one frame, measured once a size in this run.
-double memcpyMilliseconds(FrameSize size)
+struct Chapter
 {
-    static std::map<int, double> measured;
-    double &best = measured[size.width];
-    if (best > 0)
-        return best;
-    const std::vector<char> source(std::size_t(size.bytes()), 1);
-    std::vector<char> target(source.size());
-    best = 1e9;
-    for (int round = 0; round < 100; ++round) {
-        const auto start = std::chrono::steady_clock::now();
-        std::memcpy(target.data(), source.data(), source.size());
-        benchmark::DoNotOptimize(target.data());
-        const std::chrono::duration<double, std::milli> taken =
-            std::chrono::steady_clock::now() - start;
-        best = std::min(best, taken.count());
-    }
-    return best;
-}
-
-/// Runs `work` as one benchmark, and tells its best run in copies of a frame of `size`.
-void addBenchmark(const std::string &name, FrameSize size, double limit, std::function<void()> work)
-{
-    const std::string fullName =
-        name + "/" + std::to_string(size.width) + "x" + std::to_string(size.height);
-    benchmark::RegisterBenchmark(fullName.c_str(),
-                                 [=](benchmark::State &state) {
-                                     double best = 1e9;
-                                     for ([[maybe_unused]] auto _ : state) {
-                                         const auto start = std::chrono::steady_clock::now();
-                                         work();
-                                         const std::chrono::duration<double, std::milli> taken =
-                                             std::chrono::steady_clock::now() - start;
-                                         best = std::min(best, taken.count());
-                                     }
-                                     state.counters["best_ms"] = best;
-                                     state.counters["x_memcpy"] = best / memcpyMilliseconds(size);
-                                     if (limit > 0)
-                                         state.counters["limit"] = limit;
-                                 })
-        ->Unit(benchmark::kMillisecond)
-        ->MinTime(0.3);
-}
-
-void addFrames(FrameSize size, const ShowFiles &files)
-{
-    const auto show = std::make_shared<BenchShow>(QSizeF(size.width, size.height), files);
-    const auto engine = std::make_shared<RenderEngine>();
-    addBenchmark("memcpy", size, 0,
-                 [size, source = std::vector<char>(std::size_t(size.bytes())),
-                  target = std::make_shared<std::vector<char>>(std::size_t(size.bytes()))] {
-                     std::memcpy(target->data(), source.data(), source.size());
-                     benchmark::DoNotOptimize(target->data());
-                 });
-    for (const bool inDissolve : {false, true}) {
-        addBenchmark(inDissolve ? "frame in a dissolve" : "frame at rest", size, 0, [=] {
-            show->setInDissolve(inDissolve);
-            benchmark::DoNotOptimize(engine->render(show->document(), std::nullopt));
-        });
-    }
-}
-
-void addDeviceFrames(FrameSize size, const ShowFiles &files)
-{
-    BenchShow show(QSizeF(size.width, size.height), files);
-    const QImage frame = RenderEngine().render(show.document(), std::nullopt).value();
-    using Make = DeckLinkFrameBuffer::Result (*)(const QImage &, int, int);
-    const auto add = [&](const char *name, Make make, FrameSize target) {
-        addBenchmark(name, size, 0,
-                     [=] { benchmark::DoNotOptimize(make(frame, target.width, target.height)); });
-    };
-    add("fill frame", &DeckLinkFrameBuffer::make, size);
-    add("key frame", &DeckLinkFrameBuffer::makeAlphaKey, size);
-    add("external key fill frame", &DeckLinkFrameBuffer::makeExternalKeyFill, size);
-    add("fill frame scaled to 1280x720", &DeckLinkFrameBuffer::make, {1280, 720});
-    if (size.width > 1920)
-        add("fill frame scaled to 1920x1080", &DeckLinkFrameBuffer::make, {1920, 1080});
-}
-
-void addConversions(FrameSize size)
-{
-    const auto source = std::make_shared<std::vector<quint8>>(std::size_t(size.bytes()));
-    const auto target = std::make_shared<std::vector<quint8>>(source->size());
-    std::generate(source->begin(), source->end(), [state = 1u]() mutable {
-        state = state * 1664525u + 1013904223u;
-        return quint8(state >> 24);
-    });
-    const SourceRows from{source->data(), size.width * 4};
-    const TargetRows to{target->data(), size.width * 4};
-    using Convert = void (*)(SourceRows, TargetRows, int, int);
-    const auto add = [&](const char *name, Convert convert, TargetRows rows, double limit) {
-        addBenchmark(name, size, limit, [=] {
-            convert(from, rows, size.width, size.height);
-            benchmark::DoNotOptimize(target->data());
-            benchmark::DoNotOptimize(source->data());
-        });
-    };
-    add("BGRA to ARGB", &convertBGRAToARGB, to, limitOfSameSize);
-    add("RGBA to BGRA", &convertRGBAToBGRA, to, limitOfSameSize);
-    add("alpha to key", &convertAlphaToKey, to, limitOfSameSize);
-    add("BGRA to 2vuy", &convertBGRATo2vuy, {target->data(), rowBytesOf2vuy(size.width)},
-        limitOf2vuy);
-    addBenchmark("alpha flip", size, limitOfSameSize, [=] {
-        mirrorAlphaVertically(to, size.width, size.height);
-        benchmark::DoNotOptimize(target->data());
-    });
-}
-
-/// The stretch alone, with everything that can be made once already made.
-void addResampling(FrameSize size)
-{
-    const QSize sourceSize(size.width, size.height);
-    const auto source = std::make_shared<std::vector<quint8>>(std::size_t(size.bytes()), 100);
-    for (const QSize to : {QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
-        if (to == sourceSize)
-            continue;
-        const auto resampler = std::make_shared<Resampler>(sourceSize, to);
-        const auto scratch = std::make_shared<Resampler::Scratch>(*resampler);
-        const auto target = std::make_shared<std::vector<quint8>>(std::size_t(to.width())
-                                                                  * std::size_t(to.height()) * 4);
-        const std::string name =
-            "rows scaled to " + std::to_string(to.width()) + "x" + std::to_string(to.height());
-        const double limit = to.width() < size.width ? limitOfShrinking : 0;
-        addBenchmark(name, size, limit, [=] {
-            resampler->rows({source->data(), size.width * 4}, {target->data(), to.width() * 4}, 0,
-                            to.height(), *scratch);
-            benchmark::DoNotOptimize(target->data());
-        });
-    }
-}
-
-/// The usual table, remembering what went over its limit.
-class LimitReporter : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run> &runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run &run : runs) {
-            const auto limit = run.counters.find("limit");
-            const auto times = run.counters.find("x_memcpy");
-            if (limit != run.counters.end() && times != run.counters.end()
-                && times->second > limit->second)
-                m_overLimit.push_back(run.benchmark_name());
-        }
-    }
-
-    const std::vector<std::string> &overLimit() const { return m_overLimit; }
-
-private:
-    std::vector<std::string> m_overLimit;
+    const char *name;
+    void (*run)(const FrameBench &bench);
 };
+constexpr Chapter chapters[] = {
+    {"scenes", &benchScenes}, {"typing", &benchTyping}, {"formats", &benchFormats},
+    {"preset", &benchPreset}, {"pixels", &benchPixels},
+};
+constexpr const char *memoryChapter = "memory";
 
-/// Takes `option` out of the arguments; true if it was there.
-bool takeOption(QStringList &arguments, const QString &option)
+/// A call that can't be understood.
+[[noreturn]] void refuse(const QString &reason)
 {
-    return arguments.removeOne(option);
+    std::fprintf(stderr, "%s\n", qPrintable(reason));
+    std::exit(2);
 }
 
-/// The file that stands behind `option`, both taken out of the arguments; absent without the
-/// option, and an error where it can't be read.
-tl::expected<std::optional<QByteArray>, QString> takeFile(QStringList &arguments,
-                                                          const QString &option)
+QByteArray bytesOf(const QString &path)
 {
-    const qsizetype index = arguments.indexOf(option);
-    if (index < 0)
-        return std::nullopt;
-    const QString path = arguments.value(index + 1);
-    arguments.remove(index, std::min<qsizetype>(2, arguments.size() - index));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return tl::unexpected(QStringLiteral("%1 %2: %3").arg(option, path, file.errorString()));
+        refuse(QStringLiteral("%1: %2").arg(path, file.errorString()));
     return file.readAll();
 }
 
-tl::expected<ShowFiles, QString> takeShowFiles(QStringList &arguments)
+std::optional<TextPreset> presetOf(const QString &path)
 {
-    ShowFiles files;
-    const auto preset = takeFile(arguments, QStringLiteral("--preset"));
-    const auto macros = takeFile(arguments, QStringLiteral("--macros"));
-    if (!preset || !macros)
-        return tl::unexpected(preset ? macros.error() : preset.error());
-    if (*preset) {
-        const auto read = decodePreset(**preset);
-        if (!read)
-            return tl::unexpected(QStringLiteral("no preset: ") + read.error());
-        files.preset = *read;
+    if (path.isEmpty())
+        return std::nullopt;
+    const auto preset = decodePreset(bytesOf(path));
+    if (!preset)
+        refuse(QStringLiteral("%1: no preset: %2").arg(path, preset.error()));
+    return *preset;
+}
+
+QList<Macro> macrosOf(const QString &path)
+{
+    if (path.isEmpty())
+        return {};
+    const std::optional<QList<Macro>> macros = decodeMacros(bytesOf(path));
+    if (!macros)
+        refuse(path + QStringLiteral(": no macros"));
+    return *macros;
+}
+
+struct Options
+{
+    Options()
+    {
+        parser.addHelpOption();
+        parser.addOptions({preset, macros, lowerThird, check, quick, only, width, memoryOf});
+        parser.process(*QCoreApplication::instance());
+        for (const QString &name : chaptersAsked()) {
+            if (!isChapter(name))
+                refuse(QStringLiteral("no chapter %1").arg(name));
+        }
     }
-    if (*macros) {
-        const std::optional<QList<Macro>> read = decodeMacros(**macros);
-        if (!read)
-            return tl::unexpected(QStringLiteral("no macros"));
-        files.macros = *read;
+
+    QStringList chaptersAsked() const
+    {
+        return parser.value(only).split(QLatin1Char(','), Qt::SkipEmptyParts);
     }
-    return files;
+    bool wants(const char *chapter) const
+    {
+        const QStringList asked = chaptersAsked();
+        return asked.isEmpty() || asked.contains(QLatin1String(chapter));
+    }
+    bool wants(FrameSize size) const
+    {
+        return !parser.isSet(width) || parser.value(width).toInt() == size.width;
+    }
+    /// Those of a child that draws the same show.
+    QStringList showArguments() const
+    {
+        QStringList arguments;
+        for (const QCommandLineOption *option : {&preset, &macros}) {
+            if (parser.isSet(*option))
+                arguments << QStringLiteral("--") + option->names().first()
+                          << parser.value(*option);
+        }
+        return arguments;
+    }
+
+    static bool isChapter(const QString &name)
+    {
+        return name == QLatin1String(memoryChapter)
+               || std::ranges::any_of(chapters, [&](const Chapter &chapter) {
+                      return name == QLatin1String(chapter.name);
+                  });
+    }
+
+    QCommandLineOption preset{QStringLiteral("preset"),
+                              QStringLiteral("Draw the layers of a preset."),
+                              QStringLiteral("file")};
+    QCommandLineOption macros{QStringLiteral("macros"),
+                              QStringLiteral("Draw the layers that macros add as well."),
+                              QStringLiteral("file")};
+    QCommandLineOption lowerThird{QStringLiteral("lower-third"),
+                                  QStringLiteral("Measure the dissolve of a small preset as well."),
+                                  QStringLiteral("file")};
+    QCommandLineOption check{QStringLiteral("check"),
+                             QStringLiteral("End with status 1 where a row is over its limit.")};
+    QCommandLineOption quick{QStringLiteral("quick"),
+                             QStringLiteral("A short run, for a first look.")};
+    QCommandLineOption only{QStringLiteral("only"),
+                            QStringLiteral("Of scenes, typing, formats, preset, pixels and memory, "
+                                           "those named here."),
+                            QStringLiteral("names")};
+    QCommandLineOption width{QStringLiteral("width"), QStringLiteral("Only 1920 or only 3840."),
+                             QStringLiteral("px")};
+    QCommandLineOption memoryOf = [] {
+        QCommandLineOption option(QStringLiteral("memory-of"), {}, QStringLiteral("way"));
+        option.setFlags(QCommandLineOption::HiddenFromHelp);
+        return option;
+    }();
+    QCommandLineParser parser;
+};
+
+int runMemoryChild(const Options &options, ShowFiles show)
+{
+    for (const FrameSize size : frameSizes) {
+        if (options.wants(size))
+            return tessara::runMemoryChild(options.parser.value(options.memoryOf), size,
+                                           std::move(show));
+    }
+    return 2;
+}
+
+void runChapters(const Options &options, const ShowFiles &show, BenchTable &table)
+{
+    const std::optional<TextPreset> lowerThird = presetOf(options.parser.value(options.lowerThird));
+    const double seconds = options.parser.isSet(options.quick) ? quickSeconds : fullSeconds;
+    for (const FrameSize size : frameSizes) {
+        if (!options.wants(size))
+            continue;
+        const FrameBench bench{size, show, lowerThird, seconds, table};
+        table.begin(QStringLiteral("%1x%2").arg(size.width).arg(size.height));
+        for (const Chapter &chapter : chapters) {
+            if (options.wants(chapter.name))
+                chapter.run(bench);
+        }
+        if (options.wants(memoryChapter))
+            benchMemory(bench, options.showArguments());
+    }
 }
 
 } // namespace
@@ -243,34 +175,22 @@ tl::expected<ShowFiles, QString> takeShowFiles(QStringList &arguments)
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    keepFreedMemory();
     const QGuiApplication application(argc, argv);
-    QStringList arguments = QCoreApplication::arguments();
-    const bool checks = takeOption(arguments, QStringLiteral("--check"));
-    const tl::expected<ShowFiles, QString> files = takeShowFiles(arguments);
-    if (!files) {
-        std::fprintf(stderr, "%s\n", qPrintable(files.error()));
-        return 2;
-    }
+    const Options options;
     loadApplicationFonts();
-    std::vector<QByteArray> texts;
-    std::vector<char *> rest;
-    for (const QString &argument : arguments)
-        texts.push_back(argument.toLocal8Bit());
-    for (QByteArray &text : texts)
-        rest.push_back(text.data());
-    int restCount = int(rest.size());
-    benchmark::Initialize(&restCount, rest.data());
-    if (benchmark::ReportUnrecognizedArguments(restCount, rest.data()))
-        return 2;
-    for (const FrameSize size : frameSizes) {
-        addFrames(size, *files);
-        addDeviceFrames(size, *files);
-        addConversions(size);
-        addResampling(size);
-    }
-    LimitReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    for (const std::string &name : reporter.overLimit())
-        std::fprintf(stderr, "over its limit: %s\n", name.c_str());
-    return checks && !reporter.overLimit().empty() ? 1 : 0;
+    ShowFiles show{presetOf(options.parser.value(options.preset)),
+                   macrosOf(options.parser.value(options.macros))};
+    if (options.parser.isSet(options.memoryOf))
+        return runMemoryChild(options, std::move(show));
+    BenchTable table;
+    runChapters(options, show, table);
+    std::printf("\n");
+    if (table.mostOthers() > busyShare)
+        std::printf("The machine was busy: others took up to %.0f %% of it.\n",
+                    table.mostOthers() * 100);
+    std::fflush(stdout);
+    for (const QString &row : table.overLimit())
+        std::fprintf(stderr, "over its limit: %s\n", qPrintable(row));
+    return options.parser.isSet(options.check) && !table.overLimit().isEmpty() ? 1 : 0;
 }

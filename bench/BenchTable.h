@@ -1,0 +1,41 @@
+// What was measured, a line at a time, and which of it is over its limit.
+#pragma once
+
+#include "bench/Measure.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace tessara {
+
+struct BenchRow
+{
+    QString name;
+    std::optional<Ticks> ticks = {};
+    double value = 0; // what the limit is of
+    QString unit;     // "x memcpy"
+    std::optional<double> limit = {};
+    bool isLeast = false; // the limit is the least that will do
+};
+
+class BenchTable
+{
+public:
+    /// `others` is the share of the machine that others took meanwhile.
+    void begin(const QString &title);
+    void add(const BenchRow &row, double others);
+
+    /// The rows over their limit, by title and name.
+    const QStringList &overLimit() const { return m_overLimit; }
+    /// The largest share that others took.
+    double mostOthers() const { return m_mostOthers; }
+
+private:
+    QString m_title;
+    QStringList m_overLimit;
+    double m_mostOthers = 0;
+};
+
+} // namespace tessara

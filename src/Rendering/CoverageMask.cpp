@@ -85,11 +85,15 @@ struct Picture
     }
 };
 
-void paint(Picture &picture, const QPainterPath &path, const QTransform &toPixels,
-           const QRect &clip)
+Picture emptyPicture(const QRect &pixels)
 {
-    // Of the clip's own place and size: a painter moves a line that it cuts by a hair.
-    const QRect drawn = clip;
+    return {pixels, std::vector<uchar>(std::size_t(pixels.width()) * std::size_t(pixels.height()))};
+}
+
+// `drawn` is what the painter has before it.
+Picture painted(const QPainterPath &path, const QTransform &toPixels, const QRect &pixels,
+                const QRect &drawn)
+{
     QImage image(drawn.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -97,18 +101,18 @@ void paint(Picture &picture, const QPainterPath &path, const QTransform &toPixel
     painter.setTransform(toPixels * QTransform::fromTranslate(-drawn.left(), -drawn.top()));
     painter.fillPath(path, Qt::white);
     painter.end();
-    for (int y = picture.pixels.top(); y <= picture.pixels.bottom(); ++y) {
+    Picture picture = emptyPicture(pixels);
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
         const auto *source = reinterpret_cast<const QRgb *>(image.constScanLine(y - drawn.top()))
-                             + picture.pixels.left() - drawn.left();
-        uchar *target = picture.row(y);
-        for (int x = 0; x < picture.pixels.width(); ++x)
-            target[x] = std::max(target[x], uchar(qAlpha(source[x])));
+                             + pixels.left() - drawn.left();
+        std::transform(source, source + pixels.width(), picture.row(y),
+                       [](QRgb pixel) { return uchar(qAlpha(pixel)); });
     }
+    return picture;
 }
 
 // Band by band, so that what is added up stays in the cache.
-void rasterize(Picture &picture, const Polygons &polygons, const std::vector<bool> &isLeftOut,
-               CoverageRaster::Rule rule)
+void rasterize(Picture &picture, const Polygons &polygons, CoverageRaster::Rule rule)
 {
     constexpr int bandCells = 192 * 1024;
     const QRect &all = picture.pixels;
@@ -118,10 +122,9 @@ void rasterize(Picture &picture, const Polygons &polygons, const std::vector<boo
         const int rows = std::min(bandRows, all.bottom() + 1 - top);
         raster.moveTo(top, rows);
         bool isEmpty = true;
-        for (std::size_t index = 0; index < polygons.contours.size(); ++index) {
-            const Contour &contour = polygons.contours[index];
-            if (isLeftOut[index] || contour.pixels.bottom() < top
-                || contour.pixels.top() >= top + rows)
+        for (const Contour &contour : polygons.contours) {
+            if (contour.pixels.bottom() < top || contour.pixels.top() >= top + rows
+                || contour.pixels.left() > all.right())
                 continue;
             raster.addPolygon(polygons.points.data() + contour.first,
                               std::size_t(contour.end - contour.first));
@@ -130,55 +133,6 @@ void rasterize(Picture &picture, const Polygons &polygons, const std::vector<boo
         if (!isEmpty)
             raster.takeRows(rule, picture.row(top), all.width());
     }
-}
-
-/// The contours that `clip` cuts, and those that touch them: what they cover counts as one.
-std::vector<bool> cutBy(const QRect &clip, const std::vector<Contour> &contours)
-{
-    std::vector<bool> isCut(contours.size());
-    std::vector<std::size_t> open;
-    for (std::size_t index = 0; index < contours.size(); ++index) {
-        isCut[index] = !clip.contains(contours[index].pixels);
-        if (isCut[index])
-            open.push_back(index);
-    }
-    while (!open.empty()) {
-        const QRect pixels = contours[open.back()].pixels;
-        open.pop_back();
-        for (std::size_t index = 0; index < contours.size(); ++index) {
-            if (isCut[index] || !contours[index].pixels.intersects(pixels))
-                continue;
-            isCut[index] = true;
-            open.push_back(index);
-        }
-    }
-    return isCut;
-}
-
-QPainterPath pathOf(const QPainterPath &path, const std::vector<Contour> &contours,
-                    const std::vector<bool> &isWanted)
-{
-    QPainterPath part;
-    part.setFillRule(path.fillRule());
-    for (std::size_t which = 0; which < contours.size(); ++which) {
-        if (!isWanted[which])
-            continue;
-        part.moveTo(path.elementAt(contours[which].first));
-        for (int index = contours[which].first + 1; index < contours[which].end; ++index)
-            part.lineTo(path.elementAt(index));
-    }
-    return part;
-}
-
-void drawPolygons(Picture &picture, const QPainterPath &path, const QTransform &toPixels,
-                  const Polygons &polygons, const QRect &clip)
-{
-    const std::vector<bool> isCut = cutBy(clip, polygons.contours);
-    rasterize(picture, polygons, isCut,
-              path.fillRule() == Qt::WindingFill ? CoverageRaster::Rule::winding
-                                                 : CoverageRaster::Rule::oddEven);
-    if (std::ranges::find(isCut, true) != isCut.end())
-        paint(picture, pathOf(path, polygons.contours, isCut), toPixels, clip);
 }
 
 CoverageMask maskOf(Picture &picture)
@@ -207,11 +161,6 @@ CoverageMask maskOf(Picture &picture)
     return {ink, std::move(picture.alpha)};
 }
 
-Picture emptyPicture(const QRect &pixels)
-{
-    return {pixels, std::vector<uchar>(std::size_t(pixels.width()) * std::size_t(pixels.height()))};
-}
-
 // A path keeps what it was asked for without a lock, so that each thread needs one of its own.
 QPainterPath copyOf(const QPainterPath &path)
 {
@@ -236,8 +185,10 @@ CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels
         const QRect pixels = box.intersected(clip).toAlignedRect().intersected(clip);
         if (pixels.isEmpty())
             return {};
-        Picture picture = emptyPicture(pixels);
-        paint(picture, own, toPixels, QRectF(clip).contains(box) ? pixels : clip);
+        // A painter rounds halves of a 64th of a pixel away from its own zero: what begins before
+        // that is drawn from there.
+        Picture picture =
+            painted(own, toPixels, pixels, QRectF(clip).contains(box) ? pixels : clip);
         return maskOf(picture);
     }
     QRect pixels;
@@ -246,7 +197,9 @@ CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels
     if (pixels.isEmpty())
         return {};
     Picture picture = emptyPicture(pixels);
-    drawPolygons(picture, path, toPixels, *polygons, clip);
+    rasterize(picture, *polygons,
+              path.fillRule() == Qt::WindingFill ? CoverageRaster::Rule::winding
+                                                 : CoverageRaster::Rule::oddEven);
     return maskOf(picture);
 }
 

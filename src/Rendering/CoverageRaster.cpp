@@ -134,10 +134,14 @@ void CoverageRaster::addInRow(int row, int fromX, int fromY, int toX, int toY)
     const auto firstBlock = std::size_t(row - m_pixels.top()) * std::size_t(m_blocks);
     Cell *const cells = m_cells.data() + firstBlock * blockWidth;
     uchar *const touched = m_touched.data() + firstBlock;
-    const auto add = [&](unsigned place, int cover, int area) {
-        touched[place / blockWidth] = 1;
-        cells[place].cover += cover;
-        cells[place].area += area;
+    const auto add = [&](int place, int cover, int area) {
+        if (place >= m_pixels.width())
+            return;
+        // What lies to the left covers all pixels of the row.
+        const auto cell = unsigned(std::max(place, 0));
+        touched[cell / blockWidth] = 1;
+        cells[cell].cover += cover;
+        cells[cell].area += place < 0 ? 0 : area;
     };
     const int left = m_pixels.left();
     int column = pixelOf(fromX) - left;
@@ -145,7 +149,7 @@ void CoverageRaster::addInRow(int row, int fromX, int fromY, int toX, int toY)
     const int partX = fromX - (column + left) * one;
     const int lastPartX = toX - (lastColumn + left) * one;
     if (column == lastColumn) {
-        add(unsigned(column), toY - fromY, (partX + lastPartX) * (toY - fromY));
+        add(column, toY - fromY, (partX + lastPartX) * (toY - fromY));
         return;
     }
     const bool goesRight = toX > fromX;
@@ -154,18 +158,18 @@ void CoverageRaster::addInRow(int row, int fromX, int fromY, int toX, int toY)
     const int width = std::abs(toX - fromX);
     const int height = toY - fromY;
     const Division first = divided(qint64(height) * (goesRight ? one - partX : partX), width);
-    add(unsigned(column), first.quotient, (partX + edge) * first.quotient);
+    add(column, first.quotient, (partX + edge) * first.quotient);
     column += step;
     int y = fromY + first.quotient;
     if (column != lastColumn) {
         Steps steps(qint64(height) * one, width, first.remainder);
         for (; column != lastColumn; column += step) {
             const int part = steps.next();
-            add(unsigned(column), part, one * part);
+            add(column, part, one * part);
             y += part;
         }
     }
-    add(unsigned(column), toY - y, (lastPartX + one - edge) * (toY - y));
+    add(column, toY - y, (lastPartX + one - edge) * (toY - y));
 }
 
 void CoverageRaster::takeRows(Rule rule, uchar *rows, qsizetype rowBytes)

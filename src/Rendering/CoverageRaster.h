@@ -14,8 +14,7 @@ namespace tessara {
 class CoverageRaster
 {
 public:
-    /// Of lines only what crosses the rows of `pixels` is seen; from left to right it must hold all
-    /// of them.
+    /// Only `pixels` are seen of what is added.
     explicit CoverageRaster(const QRect &pixels);
 
     /// To other rows, no more than at first; only while it is empty.

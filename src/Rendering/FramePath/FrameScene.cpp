@@ -206,24 +206,23 @@ bool FrameScene::isComplete(const SceneLayer &layer, QPointF slide) const
 {
     return !layer.isContentStale
            && std::all_of(layer.parts.begin(), layer.parts.end(), [&](const Part &part) {
-                  return part.placed.sprite && fits(part.placed, !part.color, part.reach, slide);
+                  return part.placed.sprite && fits(part.placed, part.reach, slide);
               });
 }
 
-// A sprite serves where it knows all that the frame shows of it. The platform samples a row of a
-// picture from where the row begins, so that a picture at rest must begin at the same pixel.
-bool FrameScene::fits(const PlacedSprite &placed, bool isPicture, const QRectF &reach,
-                      QPointF slide) const
+// A sprite serves where it knows all that the frame shows of it. The platform rounds, and samples a
+// picture, from where the frame begins: what reaches beyond must be made for the frame itself, as
+// long as it rests.
+bool FrameScene::fits(const PlacedSprite &placed, const QRectF &reach, QPointF slide) const
 {
-    const QRectF area = placed.area();
     const QRectF frame = frameRect(m_geometry);
-    const QRectF seen = (frame.translated(-slide)
-                         | frame.translated(-QPointF(std::floor(slide.x()), std::floor(slide.y()))))
-                        & reach;
-    const bool knowsAll = seen.isEmpty() || area.contains(seen);
-    if (!isPicture || !slide.isNull() || !knowsAll)
-        return knowsAll;
-    return seen.isEmpty() || std::max(reach.left(), area.left()) == std::max(reach.left(), 0.0);
+    const QPointF whole(std::floor(slide.x()), std::floor(slide.y()));
+    const QRectF seen = (frame.translated(-slide) | frame.translated(-whole)) & reach;
+    if (seen.isEmpty())
+        return true;
+    if (slide.isNull() && !frame.contains(reach))
+        return placed.area() == frameRect(m_geometry);
+    return QRectF(placed.area()).contains(seen);
 }
 
 void FrameScene::rebuildParts(SceneLayer &layer, QPointF slide)
@@ -241,19 +240,18 @@ void FrameScene::rebuildParts(SceneLayer &layer, QPointF slide)
         if (const auto *fill = std::get_if<FilledPath>(&primitive.what))
             part.color = fill->color;
         const SpriteKey key(primitive, toDevice);
-        const auto known = m_sprites.find(key, [&](const PlacedSprite &placed) {
-            return fits(placed, primitive.isPicture(), part.reach, slide);
-        });
+        const auto known = m_sprites.find(
+            key, [&](const PlacedSprite &placed) { return fits(placed, part.reach, slide); });
         if (known) {
             part.placed = *known;
             continue;
         }
         const int margin = int(std::ceil(longestSlide * toDevice.m11())) + 2;
-        const bool isWide = !primitive.isPicture() || !slide.isNull();
         const QRect frame = frameRect(m_geometry);
-        m_rasters.push_back({key, primitive,
-                             isWide ? frame.adjusted(-margin, -margin, margin, margin) : frame,
-                             index, &layer, nullptr});
+        m_rasters.push_back(
+            {key, primitive,
+             slide.isNull() ? frame : frame.adjusted(-margin, -margin, margin, margin), index,
+             &layer, nullptr});
     }
     layer.isContentStale = false;
     layer.isForgotten = false;

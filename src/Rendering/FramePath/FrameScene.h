@@ -100,7 +100,7 @@ private:
     void markAll();
     void syncOrder(TileDamage &damage);
     QPointF slideOf(const SceneLayer &layer) const;
-    bool fits(const PlacedSprite &placed, bool isPicture, const QRectF &reach, QPointF slide) const;
+    bool fits(const PlacedSprite &placed, const QRectF &reach, QPointF slide) const;
     bool isComplete(const SceneLayer &layer, QPointF slide) const;
     void rebuildParts(SceneLayer &layer, QPointF slide);
     void takePrepared();

@@ -77,9 +77,9 @@ bool looksRectangular(const QPainterPath &mask, const QTransform &toDevice, cons
     return true;
 }
 
-// A painter puts a picture that isn't stretched, and a rectangular clip, at whole pixels, and rounds
-// halves away from zero, wherever zero is. A hair tells `corner` in which direction it goes in the
-// frame; `inside` is on the same side of zero.
+// A painter puts a picture that isn't stretched, and a rectangular clip, at whole pixels, and
+// rounds halves away from zero, wherever zero is. A hair tells `corner` in which direction it goes
+// in the frame; `inside` is on the same side of zero.
 QTransform withoutHalves(const QTransform &toDevice, QPointF corner, QPointF inside)
 {
     constexpr double hair = 1e-7; // px
@@ -252,13 +252,14 @@ void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const Q
     constexpr int simple = 200; // elements; more are dearer to walk through than memory is
     constexpr double rim = 2;   // px
     const QRectF box = toDevice.mapRect(fill.path.controlPointRect());
-    const QRect pixels = alignedPixels(box.adjusted(-rim, -rim, rim, rim), area);
+    const QRectF reach = box.adjusted(-rim, -rim, rim, rim);
+    const QRect pixels = alignedPixels(reach, area);
     if (pixels.isEmpty())
         return;
-    const bool isWhole = fill.path.elementCount() > simple
+    const bool isWhole = fill.path.elementCount() > simple || !QRectF(area).contains(reach)
                          || qsizetype(pixels.width()) * pixels.height() <= 2 * stripPixels;
     if (isWhole) {
-        const CoverageMask mask = rasterizedPath(fill.path, toDevice, pixels);
+        const CoverageMask mask = rasterizedPath(fill.path, toDevice, area);
         if (!mask.bounds.isEmpty())
             Builder(*this, Kind::mask, mask.bounds)
                 .addRows(mask.row(mask.bounds.top()), mask.bounds.width(), mask.bounds.height());

@@ -34,15 +34,15 @@ std::vector<Primitive> textPrimitives(const TextLayer &layer, QPointF offset, Te
     const TextInk ink{layer.color(), layer.outlineColor(), outlineWidth(layer)};
     const TextLayerHorizontalAlignment alignment = layer.horizontalAlignment();
     const QPointF anchor = layer.position() + offset;
-    const auto line = texts.block(layer.text(), font, alignment);
     std::vector<Primitive> primitives;
     if (const std::optional<QSizeF> given = layer.textBoxSize()) {
         const QSizeF box = given->expandedTo({1, 1});
         const auto wrapped = texts.block(layer.text(), font, alignment, box.width());
         const double top =
-            boxedTextTop(anchor.y() + box.height(), box.height(), line->size().height());
+            boxedTextTop(anchor.y() + box.height(), box.height(), wrapped->unwrappedHeight());
         appendText(primitives, *wrapped, {anchor.x(), top}, ink);
     } else {
+        const auto line = texts.block(layer.text(), font, alignment);
         const double left = line->size().width() * alignmentShare(alignment);
         appendText(primitives, *line, {anchor.x() - left, anchor.y()}, ink);
     }

@@ -5,7 +5,6 @@
 #include <QTextLayout>
 
 #include <algorithm>
-#include <cmath>
 
 namespace tessara {
 
@@ -33,16 +32,25 @@ void breakLines(QTextLayout &layout, std::optional<double> wrapWidth)
     layout.endLayout();
 }
 
-double heightOf(const QTextLine &line)
+/// How far a line reaches, all of whose parts stand on one base line.
+struct Extent
 {
-    return line.ascent() + line.descent() + std::max(line.leading(), 0.0);
+    double ascent = 0;
+    double descent = 0;
+    double ascentAndLeading = 0;
+
+    double height() const { return descent + std::max(ascentAndLeading, ascent); }
+};
+
+Extent extentOf(const QTextLine &line)
+{
+    return {line.ascent(), line.descent(), line.ascent() + line.leading()};
 }
 
-bool hasColorGlyphs(const QRawFont &font)
+Extent united(const Extent &one, const Extent &other)
 {
-    constexpr const char *tables[] = {"CBLC", "COLR", "sbix"};
-    return std::any_of(std::begin(tables), std::end(tables),
-                       [&](const char *table) { return !font.fontTable(table).isEmpty(); });
+    return {std::max(one.ascent, other.ascent), std::max(one.descent, other.descent),
+            std::max(one.ascentAndLeading, other.ascentAndLeading)};
 }
 
 } // namespace
@@ -61,8 +69,10 @@ double alignmentShare(TextLayerHorizontalAlignment alignment)
 }
 
 TextBlock::TextBlock(const QString &text, const SizedFont &font,
-                     TextLayerHorizontalAlignment alignment, std::optional<double> wrapWidth)
+                     TextLayerHorizontalAlignment alignment, std::optional<double> wrapWidth,
+                     std::shared_ptr<GlyphShapes> shapes)
     : m_font(font)
+    , m_glyphShapes(std::move(shapes))
 {
     const std::optional<double> faceWidth =
         wrapWidth ? std::optional(*wrapWidth / font.scale) : std::nullopt;
@@ -81,67 +91,48 @@ TextBlock::TextBlock(const QString &text, const SizedFont &font,
     const double room = faceWidth.value_or(widest);
     double top = 0;
     for (const auto &layout : paragraphs) {
+        Extent oneLine;
         for (int index = 0; index < layout->lineCount(); ++index) {
             const QTextLine line = layout->lineAt(index);
             const double left = (room - line.naturalTextWidth()) * alignmentShare(alignment);
             for (const QGlyphRun &run : line.glyphRuns())
-                placeGlyphRun(run, QPointF(left - line.x(), top - line.y()));
-            top += heightOf(line);
+                m_runs.push_back({run, QPointF(left - line.x(), top - line.y())});
+            top += extentOf(line).height();
+            oneLine = united(oneLine, extentOf(line));
         }
+        m_unwrappedHeight += oneLine.height() * font.scale;
     }
-    m_outlines.setFillRule(Qt::WindingFill);
     m_size = QSizeF(widest, top) * font.scale;
 }
 
-// The font tells neither where a picture stands nor how far it reaches, so it is drawn once by
-// itself, with room for what hangs over.
-TextBlock::PictureGlyph TextBlock::pictureOf(const QRawFont &font, quint32 glyph)
+const TextBlock::Shapes &TextBlock::shapes() const
 {
-    constexpr double largest = 512; // px; the fonts' own pictures are smaller
-    QRawFont drawn = font;
-    if (font.pixelSize() > largest)
-        drawn.setPixelSize(largest);
-    const QImage map = drawn.alphaMapForGlyph(glyph, QRawFont::PixelAntialiasing);
-    if (map.format() != QImage::Format_ARGB32_Premultiplied) // a blank, and no picture at all
-        return {};
-    const int size = int(std::ceil(drawn.pixelSize()));
-    const QRect box(-size / 4, -map.height() - size / 8, map.width() + size / 2,
-                    map.height() + size * 5 / 8);
-    QImage image(box.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QGlyphRun alone;
-    alone.setRawFont(drawn);
-    alone.setGlyphIndexes({glyph});
-    alone.setPositions({QPointF(0, 0)});
-    QPainter painter(&image);
-    painter.drawGlyphRun(-box.topLeft(), alone);
-    const double scale = font.pixelSize() / drawn.pixelSize();
-    return {image, QTransform::fromScale(scale, scale).mapRect(QRectF(box))};
-}
-
-void TextBlock::placeGlyphRun(const QGlyphRun &run, QPointF origin)
-{
-    const QRawFont font = run.rawFont();
-    const QList<quint32> glyphs = run.glyphIndexes();
-    const QList<QPointF> positions = run.positions();
-    // Asked before the outlines: a colour glyph whose outline was wanted once shows no picture any
-    // more.
-    const bool hasColors = hasColorGlyphs(font);
-    for (qsizetype index = 0; index < glyphs.size(); ++index) {
-        const QPointF position = positions[index] + origin;
-        PictureGlyph picture = hasColors ? pictureOf(font, glyphs[index]) : PictureGlyph();
-        if (picture.image.isNull()) {
-            m_outlines.addPath(font.pathForGlyph(glyphs[index]).translated(position));
-        } else {
-            picture.box.translate(position);
-            m_pictures.push_back(std::move(picture));
+    if (m_shapes)
+        return *m_shapes;
+    Shapes &made = m_shapes.emplace();
+    made.fill.setFillRule(Qt::WindingFill);
+    for (const auto &[run, origin] : m_runs) {
+        const QRawFont font = run.rawFont();
+        const QList<quint32> glyphs = run.glyphIndexes();
+        const QList<QPointF> positions = run.positions();
+        for (qsizetype index = 0; index < glyphs.size(); ++index) {
+            const QPointF position = positions[index] + origin;
+            GlyphPicture picture = m_glyphShapes->picture(font, glyphs[index]);
+            if (picture.image.isNull()) {
+                made.glyphs.push_back({font, glyphs[index], position});
+                made.fill.addPath(m_glyphShapes->outline(font, glyphs[index]).translated(position));
+            } else {
+                picture.box.translate(position);
+                made.pictures.push_back(std::move(picture));
+            }
         }
     }
+    return made;
 }
 
 const QPainterPath &TextBlock::fillPath() const
 {
-    return m_outlines;
+    return shapes().fill;
 }
 
 QPainterPath TextBlock::strokePath(double outlineWidth) const
@@ -149,15 +140,18 @@ QPainterPath TextBlock::strokePath(double outlineWidth) const
     if (!(outlineWidth > 0))
         return {};
     if (m_stroke.outlineWidth != outlineWidth) {
-        QPainterPathStroker stroker;
-        stroker.setWidth(outlineWidth / 100 * m_font.face.pixelSize());
-        stroker.setCapStyle(Qt::FlatCap);
-        stroker.setJoinStyle(Qt::RoundJoin);
-        stroker.setCurveThreshold(0.05); // px at the face's size
-        m_stroke = {outlineWidth, stroker.createStroke(m_outlines)};
+        const double width = outlineWidth / 100 * m_font.face.pixelSize();
+        m_stroke = {outlineWidth, {}};
         m_stroke.path.setFillRule(Qt::WindingFill);
+        for (const auto &[font, glyph, position] : shapes().glyphs)
+            m_stroke.path.addPath(m_glyphShapes->stroke(font, glyph, width).translated(position));
     }
     return m_stroke.path;
+}
+
+const std::vector<TextBlock::PictureGlyph> &TextBlock::pictures() const
+{
+    return shapes().pictures;
 }
 
 void TextBlock::draw(QPainter &painter, QPointF topLeft, const TextPaint &paint) const
@@ -179,7 +173,7 @@ void TextBlock::drawPictures(QPainter &painter, double alpha) const
 {
     const double opacity = painter.opacity();
     painter.setOpacity(opacity * alpha);
-    for (const PictureGlyph &picture : m_pictures)
+    for (const PictureGlyph &picture : pictures())
         painter.drawImage(picture.box, picture.image, picture.image.rect());
     painter.setOpacity(opacity);
 }

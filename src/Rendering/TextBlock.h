@@ -3,13 +3,14 @@
 
 #include <QColor>
 #include <QGlyphRun>
-#include <QImage>
 #include <QPainterPath>
 #include <QString>
 
 #include "Models/FontResolution.h"
 #include "Models/LayerEnums.h"
+#include "Rendering/GlyphShapes.h"
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -33,19 +34,18 @@ struct TextPaint
 class TextBlock
 {
 public:
-    struct PictureGlyph
-    {
-        QImage image; // premultiplied
-        QRectF box;   // at the face's own size, from the block's top left corner
-    };
+    using PictureGlyph = GlyphPicture; // its box from the block's top left corner
 
     /// Without `wrapWidth` the text keeps its own line breaks and never wraps.
     TextBlock(const QString &text, const SizedFont &font,
               TextLayerHorizontalAlignment alignment = TextLayerHorizontalAlignment::leading,
-              std::optional<double> wrapWidth = {});
+              std::optional<double> wrapWidth = {},
+              std::shared_ptr<GlyphShapes> shapes = std::make_shared<GlyphShapes>());
 
     /// The widest line by the height of all lines, the font's leading included, in canvas units.
     QSizeF size() const { return m_size; }
+    /// How high the same text stands that never wraps.
+    double unwrappedHeight() const { return m_unwrappedHeight; }
     /// Canvas units in a unit of the face's own size.
     double scale() const { return m_font.scale; }
 
@@ -54,26 +54,45 @@ public:
     /// The inside of a line along the glyphs' edges, to be filled like `fillPath`; `outlineWidth`
     /// in percent of the font size. Empty for no width. The last width asked for is kept.
     QPainterPath strokePath(double outlineWidth) const;
-    const std::vector<PictureGlyph> &pictures() const { return m_pictures; }
+    const std::vector<PictureGlyph> &pictures() const;
 
     /// Fill, pictures, stroke. `topLeft` is that of the first line's box.
     void draw(QPainter &painter, QPointF topLeft, const TextPaint &paint) const;
 
 private:
+    struct Run
+    {
+        QGlyphRun glyphs;
+        QPointF origin;
+    };
+    struct PlacedGlyph
+    {
+        QRawFont font;
+        quint32 glyph;
+        QPointF position;
+    };
+    struct Shapes
+    {
+        std::vector<PlacedGlyph> glyphs; // those with outlines
+        QPainterPath fill;
+        std::vector<PictureGlyph> pictures;
+    };
     struct Stroke
     {
         double outlineWidth = 0;
         QPainterPath path;
     };
 
-    static PictureGlyph pictureOf(const QRawFont &font, quint32 glyph);
-    void placeGlyphRun(const QGlyphRun &run, QPointF origin);
+    const Shapes &shapes() const;
     void drawPictures(QPainter &painter, double alpha) const;
 
     SizedFont m_font;
     QSizeF m_size;
-    QPainterPath m_outlines;
-    std::vector<PictureGlyph> m_pictures;
+    double m_unwrappedHeight = 0;
+    std::vector<Run> m_runs;
+    std::shared_ptr<GlyphShapes> m_glyphShapes;
+    // Made when somebody draws: many texts are only measured.
+    mutable std::optional<Shapes> m_shapes;
     mutable Stroke m_stroke;
 };
 

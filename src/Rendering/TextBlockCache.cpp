@@ -20,7 +20,7 @@ std::shared_ptr<const TextBlock> TextBlockCache::block(const QString &text, cons
     const Key key{text, font, alignment, wrapWidth};
     if (const auto *known = m_blocks.object(key))
         return *known;
-    const auto made = std::make_shared<const TextBlock>(text, font, alignment, wrapWidth);
+    const auto made = std::make_shared<const TextBlock>(text, font, alignment, wrapWidth, m_shapes);
     constexpr qsizetype costOfAny = 16; // characters
     m_blocks.insert(key, new std::shared_ptr<const TextBlock>(made), costOfAny + text.size());
     return made;

@@ -36,6 +36,7 @@ private:
     };
     friend size_t qHash(const Key &key, size_t seed);
 
+    std::shared_ptr<GlyphShapes> m_shapes = std::make_shared<GlyphShapes>();
     QCache<Key, std::shared_ptr<const TextBlock>> m_blocks;
 };
 

@@ -71,6 +71,7 @@ struct Tally
     int nearFrames = 0;    // at rest
     int slidingFrames = 0; // that aren't equal
     int keptSprites = 0;
+    int unrepeatable = 0; // ticks that not even the reference draws twice
     int largestAtRest = 0;
     int largestSliding = 0;
 };
@@ -84,7 +85,8 @@ protected:
         std::cout << tally.shows << " shows, " << tally.ticks << " ticks; frames equal: "
                   << tally.exactFrames << ", near at rest: " << tally.nearFrames << " (by "
                   << tally.largestAtRest << "), sliding: " << tally.slidingFrames << " (by "
-                  << tally.largestSliding << "), of kept sprites: " << tally.keptSprites << '\n';
+                  << tally.largestSliding << "), of kept sprites: " << tally.keptSprites
+                  << "; ticks without a reference: " << tally.unrepeatable << '\n';
     }
 
     void runShow(quint32 seed)
@@ -121,6 +123,7 @@ protected:
             return;
         }
         FrameBytes anew;
+        std::optional<bool> isRepeatable;
         for (std::size_t index = 0; index < show.targets().size(); ++index) {
             const FrameTarget &target = show.targets()[index];
             const FrameBytes &bytes = (*frames)[index];
@@ -130,6 +133,10 @@ protected:
                 ++tally.exactFrames;
                 continue;
             }
+            if (!isRepeatable)
+                isRepeatable = drawsTheSameAgain(show, *drawn);
+            if (!*isRepeatable)
+                continue;
             // Near to the reference is a frame of the canvas's own size; what is made of it and
             // what is kept from tick to tick has no say in it.
             if (anew.isNull())
@@ -147,6 +154,14 @@ protected:
         }
     }
 
+    // The platform forgets the picture of a coloured glyph once it was asked for its outline.
+    bool drawsTheSameAgain(const RandomShow &show, const QImage &drawn)
+    {
+        const bool isSame = *RenderEngine().render(show.document(), show.background()) == drawn;
+        tally.unrepeatable += isSame ? 0 : 1;
+        return isSame;
+    }
+
     template <typename Path>
     FrameBytes canvasFrame(Path &&by, const RandomShow &show, const QImage &drawn)
     {
@@ -157,9 +172,9 @@ protected:
         const Tolerance tolerance(show.document(), drawn.size());
         const Difference found = difference(
             canvas.convertToFormat(QImage::Format_RGBA8888_Premultiplied), drawn, tolerance);
-        EXPECT_EQ(found.beyond, 0) << "pixels are too far off, the first at " << found.first.x()
-                                   << ", " << found.first.y() << ", the largest by "
-                                   << found.largest << show.description().toStdString();
+        EXPECT_EQ(found.beyond, 0)
+            << "pixels are too far off, most of all by " << found.excess << " at "
+            << found.worst.x() << ", " << found.worst.y() << show.description().toStdString();
         ++(tolerance.isSliding() ? tally.slidingFrames : tally.nearFrames);
         int &largest = tolerance.isSliding() ? tally.largestSliding : tally.largestAtRest;
         largest = std::max(largest, found.largest);

@@ -208,7 +208,7 @@ void RandomLayers::edit(TextLayer &layer, QSizeF canvas)
     case 5:
         return layer.setOutlineColor(color());
     case 6:
-        return layer.setOutlineWidth(m_dice.oneOf({0.0, none}));
+        return layer.setOutlineWidth(m_dice.oneOf({0.0, 0.0, 2.0, 7.5, 40.0, none}));
     case 7:
         if (m_dice.chance(0.4))
             return layer.setTextBoxSize(std::nullopt);

@@ -34,6 +34,9 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 /// opacity, cuts the fraction, and fades the picture by the product; in a sprite the coverage has
 /// been multiplied in before. That is 1 in what is put on, and 1 in what is left below.
 ///
+/// Pictures with a mask. The painter steps through the picture from where each stretch of one
+/// coverage begins, and rounds its steps: 1.
+///
 /// Layers that slide by a fraction t of a pixel. Between two pixels of a sprite lies what both of
 /// them have in it, each by its share, where drawing from nothing covers the pixel anew. What a
 /// pixel's window covers changes by no more than the window moves, and a straight line between two
@@ -55,6 +58,7 @@ public:
 private:
     static constexpr int ofEdges = 4;
     static constexpr int ofPictures = 2;
+    static constexpr int ofSampling = 1;
 
     std::size_t indexOf(QPoint place) const
     {
@@ -73,9 +77,10 @@ private:
 
 struct Difference
 {
-    int largest = 0;  // in a channel
-    int beyond = 0;   // pixels that are further off than they may be
-    QPoint first{-1, -1}; // of those
+    int largest = 0;      // in a channel
+    int beyond = 0;       // pixels that are further off than they may be
+    int excess = 0;       // by how much at most
+    QPoint worst{-1, -1}; // where
 };
 
 /// Both in the same order of channels.

@@ -72,6 +72,7 @@ struct Tally
     int slidingFrames = 0; // that aren't equal
     int keptSprites = 0;
     int unrepeatable = 0; // ticks that not even the reference draws twice
+    int farAtRest = 0;     // by more than 1
     int largestAtRest = 0;
     int largestSliding = 0;
 };
@@ -84,7 +85,8 @@ protected:
     {
         std::cout << tally.shows << " shows, " << tally.ticks << " ticks; frames equal: "
                   << tally.exactFrames << ", near at rest: " << tally.nearFrames << " (by "
-                  << tally.largestAtRest << "), sliding: " << tally.slidingFrames << " (by "
+                  << tally.largestAtRest << ", more than 1 in " << tally.farAtRest
+                  << "), sliding: " << tally.slidingFrames << " (by "
                   << tally.largestSliding << "), of kept sprites: " << tally.keptSprites
                   << "; ticks without a reference: " << tally.unrepeatable << '\n';
     }
@@ -176,6 +178,7 @@ protected:
             << "pixels are too far off, most of all by " << found.excess << " at "
             << found.worst.x() << ", " << found.worst.y() << show.description().toStdString();
         ++(tolerance.isSliding() ? tally.slidingFrames : tally.nearFrames);
+        tally.farAtRest += !tolerance.isSliding() && found.largest > 1 ? 1 : 0;
         int &largest = tolerance.isSliding() ? tally.largestSliding : tally.largestAtRest;
         largest = std::max(largest, found.largest);
         return (*frames)[0];

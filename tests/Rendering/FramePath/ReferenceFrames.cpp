@@ -202,9 +202,8 @@ void Tolerance::addSliding(const Primitive &primitive, const QTransform &toFrame
 {
     m_isSliding = true;
     const QPoint step = offset.x() != 0 ? QPoint(1, 0) : QPoint(0, 1);
-    const QPoint across = step.transposed();
     const double bend = 255 * 2 * fraction * (1 - fraction) * densityOf(primitive);
-    const int edge = int(std::ceil(std::min(255.0, bend))) + 2 * ofEdges + ofPictures;
+    const int edge = int(std::ceil(std::min(255.0, bend))) + ofEdges + ofPictures;
     const QImage alone = drawnAlone(primitive, toFrame, frame);
     const QRect inner = withinClip(primitive, toFrame, step);
     const QRect reach = reachOf(primitive, toFrame, frame).intersected(alone.rect());
@@ -213,10 +212,8 @@ void Tolerance::addSliding(const Primitive &primitive, const QTransform &toFrame
             const QPoint place(x, y);
             if (!inner.contains(place) && isNearInk(alone, place, step))
                 at(place) += 255;
-            else if (!isFlat(alone, place, step))
-                at(place) += edge;
             else
-                at(place) += ofPictures + (isFlat(alone, place, across) ? 0 : ofEdges);
+                at(place) += isFlat(alone, place, step) ? ofEdges : edge;
         }
     }
 }

@@ -27,8 +27,8 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 ///
 /// Edges of fills. A painter rounds the points of a path to 64ths of a pixel. Where a point lies on
 /// the very half of one, the last bit of its place decides, and a raster that begins elsewhere has
-/// another last bit: 1/64 of 255 in the pixels along that edge. The edges of a picture and of its
-/// mask are such edges, too.
+/// another last bit: 1/64 of 255 in the few pixels along that edge. The edges of a picture and of
+/// its mask are such edges, too.
 ///
 /// Pictures at an opacity, where something covers them in part. The painter multiplies coverage and
 /// opacity, cuts the fraction, and fades the picture by the product; in a sprite the coverage has
@@ -42,7 +42,8 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 /// pixel's window covers changes by no more than the window moves, and a straight line between two
 /// points of such a curve that lie one pixel apart is off by 2 t (1 - t) at most: half of the range
 /// for the thinnest line at t = 1/2, and nothing where three neighbours along the slide are covered
-/// wholly or not at all. A picture of more than one pixel to a pixel of the frame changes faster by
+/// wholly or not at all, but for what the edges are off, of which a wide outline has some inside. A
+/// picture of more than one pixel to a pixel of the frame changes faster by
 /// as much. The rectangle to which a score bar or a picture is cut moves by whole pixels: along its
 /// rim a column or row may be there or not.
 ///
@@ -56,7 +57,7 @@ public:
     bool isSliding() const { return m_isSliding; }
 
 private:
-    static constexpr int ofEdges = 4;
+    static constexpr int ofEdges = 2 * 4; // two of them in the pixels of a thin shape
     static constexpr int ofPictures = 2;
     static constexpr int ofSampling = 1;
 

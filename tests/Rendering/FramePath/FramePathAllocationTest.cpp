@@ -10,14 +10,14 @@
 #include <atomic>
 #include <cstdlib>
 
+namespace {
+std::atomic<int> allocations = 0;
+}
+
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool isCounting = false; // the heap is the sanitizer's own
 #else
 constexpr bool isCounting = true;
-
-namespace {
-std::atomic<int> allocations = 0;
-}
 
 // What the C library's heap is known by to itself. Operator new comes by here as well.
 extern "C" {

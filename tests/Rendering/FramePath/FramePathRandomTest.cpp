@@ -36,8 +36,8 @@ class HeldFrames
 public:
     void hold(const FrameBytes &bytes)
     {
-        m_frames.push_back({bytes, QByteArray(reinterpret_cast<const char *>(bytes.data()),
-                                              bytes.size())});
+        m_frames.push_back(
+            {bytes, QByteArray(reinterpret_cast<const char *>(bytes.data()), bytes.size())});
     }
     void letGoOfOldest()
     {
@@ -72,7 +72,7 @@ struct Tally
     int slidingFrames = 0; // that aren't equal
     int keptSprites = 0;
     int unrepeatable = 0; // ticks that not even the reference draws twice
-    int farAtRest = 0;     // by more than 1
+    int farAtRest = 0;    // by more than 1
     int largestAtRest = 0;
     int largestSliding = 0;
 };
@@ -83,11 +83,11 @@ protected:
     static void SetUpTestSuite() { loadApplicationFonts(); }
     static void TearDownTestSuite()
     {
-        std::cout << tally.shows << " shows, " << tally.ticks << " ticks; frames equal: "
-                  << tally.exactFrames << ", near at rest: " << tally.nearFrames << " (by "
-                  << tally.largestAtRest << ", more than 1 in " << tally.farAtRest
-                  << "), sliding: " << tally.slidingFrames << " (by "
-                  << tally.largestSliding << "), of kept sprites: " << tally.keptSprites
+        std::cout << tally.shows << " shows, " << tally.ticks
+                  << " ticks; frames equal: " << tally.exactFrames
+                  << ", near at rest: " << tally.nearFrames << " (by " << tally.largestAtRest
+                  << ", more than 1 in " << tally.farAtRest << "), sliding: " << tally.slidingFrames
+                  << " (by " << tally.largestSliding << "), of kept sprites: " << tally.keptSprites
                   << "; ticks without a reference: " << tally.unrepeatable << '\n';
     }
 
@@ -99,11 +99,10 @@ protected:
         for (int tick = 0; tick < ticks; ++tick) {
             if (tick > 0)
                 show.edit();
-            SCOPED_TRACE(testing::Message()
-                         << "seed " << seed << ", tick " << tick << ", canvas "
-                         << show.document().size().width() << " x "
-                         << show.document().size().height() << ", edits: "
-                         << show.story().join(", ").toStdString());
+            SCOPED_TRACE(testing::Message() << "seed " << seed << ", tick " << tick << ", canvas "
+                                            << show.document().size().width() << " x "
+                                            << show.document().size().height() << ", edits: "
+                                            << show.story().join(", ").toStdString());
             ++tally.ticks;
             checkTick(show);
             EXPECT_TRUE(held.areUntouched());

@@ -232,8 +232,8 @@ void RandomLayers::edit(ImageLayer &layer, QSizeF canvas)
         return layer.setContentMode(m_dice.oneOf({fillCrop, fitInside}));
     case 3: {
         using enum ImageLayerMaskShape;
-        return layer.setMaskShape(m_dice.oneOf(
-            {rectangle, roundedRectangle, circle, hexagon, shield, customPolygon}));
+        return layer.setMaskShape(
+            m_dice.oneOf({rectangle, roundedRectangle, circle, hexagon, shield, customPolygon}));
     }
     case 4:
         return layer.setMaskPadding(m_dice.oneOf({0.0, 0.0, 4.0, 7.25, 500.0, -3.0, none}));

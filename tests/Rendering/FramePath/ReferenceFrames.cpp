@@ -45,8 +45,7 @@ Slide slideOf(const CanvasDocument &document, const CanvasLayerItem &item)
     const QSizeF size = document.effectiveTransitionOffset(layer->id(), layer->isHidden());
     const double pixels = size.width() + size.height(); // one of them is 0
     const double fraction = pixels - std::floor(pixels);
-    return {{size.width(), size.height()},
-            fraction == 0 ? std::nullopt : std::optional(fraction)};
+    return {{size.width(), size.height()}, fraction == 0 ? std::nullopt : std::optional(fraction)};
 }
 
 // Source pixels to one of the frame.
@@ -92,8 +91,8 @@ QRect withinClip(const Primitive &primitive, const QTransform &toFrame, QPoint s
 QRect reachOf(const Primitive &primitive, const QTransform &toFrame, QSize frame)
 {
     const auto *fill = std::get_if<FilledPath>(&primitive.what);
-    const QRectF box = fill ? fill->path.controlPointRect()
-                            : std::get<PlacedPicture>(primitive.what).box;
+    const QRectF box =
+        fill ? fill->path.controlPointRect() : std::get<PlacedPicture>(primitive.what).box;
     const QRectF mapped = (primitive.toCanvas * toFrame).mapRect(box);
     return (mapped.adjusted(-2, -2, 2, 2) & QRectF(QPointF(), frame)).toAlignedRect();
 }

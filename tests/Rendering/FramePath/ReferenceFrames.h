@@ -43,8 +43,9 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 /// points of such a curve that lie one pixel apart is off by 2 t (1 - t) at most: half of the range
 /// for the thinnest line at t = 1/2, and nothing where three neighbours along the slide are covered
 /// wholly or not at all, but for what edges are off: a wide outline has some inside. A picture of
-/// more than one pixel to a pixel of the frame changes faster by as much. The rectangle to which a score bar or a picture is cut moves by whole pixels: along its
-/// rim a column or row may be there or not.
+/// more than one pixel to a pixel of the frame changes faster by as much. The rectangle to which a
+/// score bar or a picture is cut moves by whole pixels: along its rim a column or row may be there
+/// or not.
 ///
 /// Where several primitives lie on each other, so do their tolerances.
 class Tolerance

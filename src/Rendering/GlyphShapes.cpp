@@ -122,7 +122,7 @@ size_t qHash(const GlyphShapes::Key &key, size_t seed)
 GlyphShapes::GlyphShapes(qsizetype capacity, qsizetype pictureCapacity)
     : m_paths(capacity)
     , m_pictures(pictureCapacity)
-    , m_colorFonts(64)
+    , m_fontKinds(64)
 {
 }
 
@@ -133,6 +133,9 @@ QPainterPath GlyphShapes::outline(const QRawFont &font, quint32 glyph)
 
 QPainterPath GlyphShapes::stroke(const QRawFont &font, quint32 glyph, double width)
 {
+    // Asking a font of pictures alone for an outline would cost it its picture.
+    if (kindOf(font) == FontKind::pictures)
+        return {};
     return kept(m_paths, Key{font, glyph, width}, [&] {
         constexpr qsizetype costOfAny = 8; // elements
         const QPainterPath curves = font.pathForGlyph(glyph);
@@ -143,23 +146,31 @@ QPainterPath GlyphShapes::stroke(const QRawFont &font, quint32 glyph, double wid
 
 GlyphPicture GlyphShapes::picture(const QRawFont &font, quint32 glyph)
 {
-    if (!hasColorGlyphs(font))
+    if (kindOf(font) == FontKind::outlines)
         return {};
-    return kept(m_pictures, Key{font, glyph, 0}, [&] {
-        constexpr qsizetype costOfAny = 256; // bytes
-        const GlyphPicture picture = pictureOf(font, glyph);
-        return std::pair(picture, costOfAny + picture.image.sizeInBytes());
-    });
+    const Key key{font, glyph, 0};
+    if (const GlyphPicture *known = m_pictures.object(key))
+        return *known;
+    constexpr qsizetype costOfAny = 256; // bytes
+    const GlyphPicture picture = pictureOf(font, glyph);
+    // A font may fail to show a picture that it has; the next who asks may be luckier.
+    if (!picture.image.isNull())
+        m_pictures.insert(key, new GlyphPicture(picture), costOfAny + picture.image.sizeInBytes());
+    return picture;
 }
 
-bool GlyphShapes::hasColorGlyphs(const QRawFont &font)
+GlyphShapes::FontKind GlyphShapes::kindOf(const QRawFont &font)
 {
-    return kept(m_colorFonts, font, [&] {
-        constexpr const char *tables[] = {"CBLC", "COLR", "sbix"};
-        return std::pair(
-            std::any_of(std::begin(tables), std::end(tables),
-                        [&](const char *table) { return !font.fontTable(table).isEmpty(); }),
-            1);
+    return kept(m_fontKinds, font, [&] {
+        const auto hasAny = [&](std::initializer_list<const char *> tables) {
+            return std::any_of(tables.begin(), tables.end(), [&](const char *table) {
+                return !font.fontTable(table).isEmpty();
+            });
+        };
+        FontKind kind = FontKind::outlines;
+        if (hasAny({"CBLC", "COLR", "sbix"}))
+            kind = hasAny({"glyf", "CFF ", "CFF2"}) ? FontKind::both : FontKind::pictures;
+        return std::pair(kind, 1);
     });
 }
 

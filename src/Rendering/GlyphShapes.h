@@ -31,7 +31,7 @@ public:
     QPainterPath outline(const QRawFont &font, quint32 glyph);
     /// Of a line along the outline, `width` in px.
     QPainterPath stroke(const QRawFont &font, quint32 glyph, double width);
-    /// To be asked before the outline: a colour glyph whose outline was wanted once shows no
+    /// To be asked before the outline: a colour glyph whose outline was wanted once may show no
     /// picture any more.
     GlyphPicture picture(const QRawFont &font, quint32 glyph);
 
@@ -41,6 +41,7 @@ public:
     qsizetype pictureBytes() const { return m_pictures.totalCost(); }
 
 private:
+    enum class FontKind { outlines, pictures, both };
     struct Key
     {
         QRawFont font;
@@ -51,11 +52,11 @@ private:
     };
     friend size_t qHash(const Key &key, size_t seed);
 
-    bool hasColorGlyphs(const QRawFont &font);
+    FontKind kindOf(const QRawFont &font);
 
     QCache<Key, QPainterPath> m_paths;
     QCache<Key, GlyphPicture> m_pictures;
-    QCache<QRawFont, bool> m_colorFonts;
+    QCache<QRawFont, FontKind> m_fontKinds;
 };
 
 } // namespace tessara

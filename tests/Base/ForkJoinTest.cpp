@@ -60,9 +60,8 @@ TEST_P(ForkJoinTest, ShowsTheOthersWhatTheCallerHasWritten)
 
     for (int round = 0; round < 200; ++round) {
         std::fill(given.begin(), given.end(), round);
-        workers.run(int(given.size()), workers.threads() - 1, [&](int piece, int) {
-            taken[std::size_t(piece)] = given[std::size_t(piece)];
-        });
+        workers.run(int(given.size()), workers.threads() - 1,
+                    [&](int piece, int) { taken[std::size_t(piece)] = given[std::size_t(piece)]; });
         ASSERT_EQ(taken, given);
     }
 }

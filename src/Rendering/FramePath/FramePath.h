@@ -51,7 +51,7 @@ private:
     {
         explicit Thread(int width)
             : composer(width)
-            , mirrored(width)
+            , mirrored(width, RowComposer::Order::upward)
         {
         }
 

@@ -26,8 +26,9 @@ bool hasRow(const DrawItem &item, int y)
 
 } // namespace
 
-RowComposer::RowComposer(int width)
+RowComposer::RowComposer(int width, Order order)
     : m_kernels(rowKernels())
+    , m_order(order)
     , m_pixels(std::size_t(width + 3 * room))
 {
     constexpr std::size_t cacheLine = 64; // bytes
@@ -118,7 +119,7 @@ bool RowComposer::storeFirst(const DrawItem &item, int y, int from, int to)
         return true;
     }
     const quint32 *source = pixelsOf(run.data) + skipped;
-    prefetchRow(source + run.pixels, qsizetype(pixels) * 4);
+    prefetchNext(run, source, pixels);
     if (item.opacity == 255)
         m_kernels.storePicture(target, source, pixels);
     else
@@ -160,7 +161,7 @@ void RowComposer::blendRun(const DrawItem &item, const SpriteRun &run, int from,
         return;
     }
     const quint32 *source = pixelsOf(run.data) + skipped;
-    prefetchRow(source + run.pixels, qsizetype(pixels) * 4); // the row below
+    prefetchNext(run, source, pixels);
     if (item.opacity == 255 && run.isFull)
         m_kernels.storePicture(target, source, pixels);
     else if (item.opacity == 255)

@@ -36,7 +36,10 @@ struct DrawItem
 class RowComposer
 {
 public:
-    explicit RowComposer(int width);
+    enum class Order { downward, upward };
+
+    /// Rows are asked for in that order, or by chance; the order only makes it faster.
+    explicit RowComposer(int width, Order order = Order::downward);
 
     /// Makes room for what `item` needs, so that no row has to.
     void reserve(const DrawItem &item);
@@ -61,7 +64,15 @@ private:
     void expand(const DrawItem &item, int row, quint8 *target) const;
     void clear(int from, int to, quint32 background);
 
+    void prefetchNext(const SpriteRun &run, const quint32 *source, int pixels) const
+    {
+        // The rows of a sprite lie behind each other.
+        const quint32 *next = m_order == Order::downward ? source + run.pixels : source - run.pixels;
+        prefetchRow(next, qsizetype(pixels) * 4);
+    }
+
     const RowKernels &m_kernels;
+    Order m_order;
     std::vector<quint32> m_pixels;
     quint32 *m_row; // with room on both sides for cells that hang over
     std::vector<quint8> m_first;

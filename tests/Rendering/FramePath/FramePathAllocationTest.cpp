@@ -10,14 +10,14 @@
 #include <atomic>
 #include <cstdlib>
 
+namespace {
+std::atomic<int> allocations = 0;
+}
+
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool isCounting = false; // the heap is the sanitizer's own
 #else
 constexpr bool isCounting = true;
-
-namespace {
-std::atomic<int> allocations = 0;
-}
 
 // What the C library's heap is known by to itself. Operator new comes by here as well.
 extern "C" {
@@ -73,9 +73,8 @@ protected:
         if (!isCounting)
             GTEST_SKIP() << "the sanitizer has the heap";
         for (int index = 0; index < 8; ++index) {
-            auto *shape =
-                new ShapeLayer(QUuid::createUuid(), "Shape", ShapeKind(index % 6),
-                               QPointF(index * 70 + 0.5, 20), QSizeF(120 + index, 90));
+            auto *shape = new ShapeLayer(QUuid::createUuid(), "Shape", ShapeKind(index % 6),
+                                         QPointF(index * 70 + 0.5, 20), QSizeF(120 + index, 90));
             shape->setColor({index / 8.0, 0.5, 0, 0.8});
             document.addLayer(shape);
             document.addLayer(new TextLayer(QUuid::createUuid(), "Text", "Title",

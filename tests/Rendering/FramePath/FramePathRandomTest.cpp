@@ -36,8 +36,8 @@ class HeldFrames
 public:
     void hold(const FrameBytes &bytes)
     {
-        m_frames.push_back({bytes, QByteArray(reinterpret_cast<const char *>(bytes.data()),
-                                              bytes.size())});
+        m_frames.push_back(
+            {bytes, QByteArray(reinterpret_cast<const char *>(bytes.data()), bytes.size())});
     }
     void letGoOfOldest()
     {
@@ -71,6 +71,8 @@ struct Tally
     int nearFrames = 0;    // at rest
     int slidingFrames = 0; // that aren't equal
     int keptSprites = 0;
+    int unrepeatable = 0; // ticks that not even the reference draws twice
+    int farAtRest = 0;    // by more than 1
     int largestAtRest = 0;
     int largestSliding = 0;
 };
@@ -81,10 +83,12 @@ protected:
     static void SetUpTestSuite() { loadApplicationFonts(); }
     static void TearDownTestSuite()
     {
-        std::cout << tally.shows << " shows, " << tally.ticks << " ticks; frames equal: "
-                  << tally.exactFrames << ", near at rest: " << tally.nearFrames << " (by "
-                  << tally.largestAtRest << "), sliding: " << tally.slidingFrames << " (by "
-                  << tally.largestSliding << "), of kept sprites: " << tally.keptSprites << '\n';
+        std::cout << tally.shows << " shows, " << tally.ticks
+                  << " ticks; frames equal: " << tally.exactFrames
+                  << ", near at rest: " << tally.nearFrames << " (by " << tally.largestAtRest
+                  << ", more than 1 in " << tally.farAtRest << "), sliding: " << tally.slidingFrames
+                  << " (by " << tally.largestSliding << "), of kept sprites: " << tally.keptSprites
+                  << "; ticks without a reference: " << tally.unrepeatable << '\n';
     }
 
     void runShow(quint32 seed)
@@ -95,11 +99,10 @@ protected:
         for (int tick = 0; tick < ticks; ++tick) {
             if (tick > 0)
                 show.edit();
-            SCOPED_TRACE(testing::Message()
-                         << "seed " << seed << ", tick " << tick << ", canvas "
-                         << show.document().size().width() << " x "
-                         << show.document().size().height() << ", edits: "
-                         << show.story().join(", ").toStdString());
+            SCOPED_TRACE(testing::Message() << "seed " << seed << ", tick " << tick << ", canvas "
+                                            << show.document().size().width() << " x "
+                                            << show.document().size().height() << ", edits: "
+                                            << show.story().join(", ").toStdString());
             ++tally.ticks;
             checkTick(show);
             EXPECT_TRUE(held.areUntouched());
@@ -121,6 +124,7 @@ protected:
             return;
         }
         FrameBytes anew;
+        std::optional<bool> isRepeatable;
         for (std::size_t index = 0; index < show.targets().size(); ++index) {
             const FrameTarget &target = show.targets()[index];
             const FrameBytes &bytes = (*frames)[index];
@@ -130,6 +134,10 @@ protected:
                 ++tally.exactFrames;
                 continue;
             }
+            if (!isRepeatable)
+                isRepeatable = drawsTheSameAgain(show, *drawn);
+            if (!*isRepeatable)
+                continue;
             // Near to the reference is a frame of the canvas's own size; what is made of it and
             // what is kept from tick to tick has no say in it.
             if (anew.isNull())
@@ -147,6 +155,14 @@ protected:
         }
     }
 
+    // The platform forgets the picture of a coloured glyph once it was asked for its outline.
+    bool drawsTheSameAgain(const RandomShow &show, const QImage &drawn)
+    {
+        const bool isSame = *RenderEngine().render(show.document(), show.background()) == drawn;
+        tally.unrepeatable += isSame ? 0 : 1;
+        return isSame;
+    }
+
     template <typename Path>
     FrameBytes canvasFrame(Path &&by, const RandomShow &show, const QImage &drawn)
     {
@@ -157,10 +173,11 @@ protected:
         const Tolerance tolerance(show.document(), drawn.size());
         const Difference found = difference(
             canvas.convertToFormat(QImage::Format_RGBA8888_Premultiplied), drawn, tolerance);
-        EXPECT_EQ(found.beyond, 0) << "pixels are too far off, the first at " << found.first.x()
-                                   << ", " << found.first.y() << ", the largest by "
-                                   << found.largest << show.description().toStdString();
+        EXPECT_EQ(found.beyond, 0)
+            << "pixels are too far off, most of all by " << found.excess << " at "
+            << found.worst.x() << ", " << found.worst.y() << show.description().toStdString();
         ++(tolerance.isSliding() ? tally.slidingFrames : tally.nearFrames);
+        tally.farAtRest += !tolerance.isSliding() && found.largest > 1 ? 1 : 0;
         int &largest = tolerance.isSliding() ? tally.largestSliding : tally.largestAtRest;
         largest = std::max(largest, found.largest);
         return (*frames)[0];

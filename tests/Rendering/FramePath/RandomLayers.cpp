@@ -208,7 +208,7 @@ void RandomLayers::edit(TextLayer &layer, QSizeF canvas)
     case 5:
         return layer.setOutlineColor(color());
     case 6:
-        return layer.setOutlineWidth(m_dice.oneOf({0.0, none}));
+        return layer.setOutlineWidth(m_dice.oneOf({0.0, 0.0, 2.0, 7.5, 40.0, none}));
     case 7:
         if (m_dice.chance(0.4))
             return layer.setTextBoxSize(std::nullopt);
@@ -232,8 +232,8 @@ void RandomLayers::edit(ImageLayer &layer, QSizeF canvas)
         return layer.setContentMode(m_dice.oneOf({fillCrop, fitInside}));
     case 3: {
         using enum ImageLayerMaskShape;
-        return layer.setMaskShape(m_dice.oneOf(
-            {rectangle, roundedRectangle, circle, hexagon, shield, customPolygon}));
+        return layer.setMaskShape(
+            m_dice.oneOf({rectangle, roundedRectangle, circle, hexagon, shield, customPolygon}));
     }
     case 4:
         return layer.setMaskPadding(m_dice.oneOf({0.0, 0.0, 4.0, 7.25, 500.0, -3.0, none}));

@@ -99,10 +99,10 @@ void RandomShow::reorder()
 
 void RandomShow::setVisibility(const QUuid &id)
 {
-    const double value = m_dice.oneOf(
-        {0.0, 1.0, 0.5, 0.001, 0.0011, 1 / 21.0, 0.999, 2.0, -1.0,
-         std::numeric_limits<double>::quiet_NaN(), m_dice.fraction(), m_dice.fraction(),
-         m_dice.fraction(), m_dice.below(22) / 21.0, m_dice.below(22) / 21.0});
+    const double value = m_dice.oneOf({0.0, 1.0, 0.5, 0.001, 0.0011, 1 / 21.0, 0.999, 2.0, -1.0,
+                                       std::numeric_limits<double>::quiet_NaN(), m_dice.fraction(),
+                                       m_dice.fraction(), m_dice.fraction(),
+                                       m_dice.below(22) / 21.0, m_dice.below(22) / 21.0});
     m_document->takes().setVisibility(id, value);
 }
 
@@ -137,17 +137,17 @@ void RandomShow::setTargets()
 {
     m_background.reset();
     if (m_dice.chance(0.4))
-        m_background = m_dice.oneOf({QColor(0, 255, 0), QColor(0, 177, 64), QColor(20, 0, 90, 128)});
+        m_background =
+            m_dice.oneOf({QColor(0, 255, 0), QColor(0, 177, 64), QColor(20, 0, 90, 128)});
     m_targets.clear();
     using enum FrameContent;
     using enum FrameFormat;
     const int count = 1 + m_dice.below(2);
     const QSize size = targetSize();
     for (int index = 0; index < count; ++index)
-        m_targets.push_back(frameTarget(m_dice.oneOf({fill, fillWithMirroredAlpha, key}),
-                                        m_dice.oneOf({bgra, argb, yuv}),
-                                        m_dice.chance(0.8) ? size : targetSize(),
-                                        m_dice.oneOf({0, 0, 4, 16, 60, 3})));
+        m_targets.push_back(frameTarget(
+            m_dice.oneOf({fill, fillWithMirroredAlpha, key}), m_dice.oneOf({bgra, argb, yuv}),
+            m_dice.chance(0.8) ? size : targetSize(), m_dice.oneOf({0, 0, 4, 16, 60, 3})));
 }
 
 QString RandomShow::description() const
@@ -157,7 +157,8 @@ QString RandomShow::description() const
     for (const CanvasLayerItem &item : m_document->orderedLayers()) {
         const Layer *layer = layerOf(item);
         const QSizeF slide = m_document->effectiveTransitionOffset(layer->id(), layer->isHidden());
-        out << "\n" << layer->metaObject()->className() << "visibility"
+        out << "\n"
+            << layer->metaObject()->className() << "visibility"
             << m_document->layerVisibility().value(layer->id()) << "slide" << slide;
         for (int index = 0; index < layer->metaObject()->propertyCount(); ++index) {
             const QMetaProperty property = layer->metaObject()->property(index);

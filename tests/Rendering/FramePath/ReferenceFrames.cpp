@@ -45,8 +45,7 @@ Slide slideOf(const CanvasDocument &document, const CanvasLayerItem &item)
     const QSizeF size = document.effectiveTransitionOffset(layer->id(), layer->isHidden());
     const double pixels = size.width() + size.height(); // one of them is 0
     const double fraction = pixels - std::floor(pixels);
-    return {{size.width(), size.height()},
-            fraction == 0 ? std::nullopt : std::optional(fraction)};
+    return {{size.width(), size.height()}, fraction == 0 ? std::nullopt : std::optional(fraction)};
 }
 
 // Source pixels to one of the frame.
@@ -92,8 +91,8 @@ QRect withinClip(const Primitive &primitive, const QTransform &toFrame, QPoint s
 QRect reachOf(const Primitive &primitive, const QTransform &toFrame, QSize frame)
 {
     const auto *fill = std::get_if<FilledPath>(&primitive.what);
-    const QRectF box = fill ? fill->path.controlPointRect()
-                            : std::get<PlacedPicture>(primitive.what).box;
+    const QRectF box =
+        fill ? fill->path.controlPointRect() : std::get<PlacedPicture>(primitive.what).box;
     const QRectF mapped = (primitive.toCanvas * toFrame).mapRect(box);
     return (mapped.adjusted(-2, -2, 2, 2) & QRectF(QPointF(), frame)).toAlignedRect();
 }
@@ -181,10 +180,14 @@ void Tolerance::addResting(const Primitive &primitive, double opacity, const QTr
 {
     const QImage coverage = drawnAlone(whitened(primitive), toFrame, frame);
     const bool isFaded = primitive.isPicture() && blendedOpacity(primitive.fading, opacity) < 255;
+    const auto *picture = std::get_if<PlacedPicture>(&primitive.what);
+    const bool isMasked = picture && picture->mask;
     const QRect reach = reachOf(primitive, toFrame, frame).intersected(coverage.rect());
     for (int y = reach.top(); y <= reach.bottom(); ++y) {
         for (int x = reach.left(); x <= reach.right(); ++x) {
             const QPoint place(x, y);
+            if (isMasked)
+                at(place) += ofSampling;
             if (isFaded && qAlpha(coverage.pixel(place)) % 255 != 0)
                 at(place) += ofPictures;
             if (!isFlat(coverage, place, {1, 0}) || !isFlat(coverage, place, {0, 1}))
@@ -199,7 +202,7 @@ void Tolerance::addSliding(const Primitive &primitive, const QTransform &toFrame
     m_isSliding = true;
     const QPoint step = offset.x() != 0 ? QPoint(1, 0) : QPoint(0, 1);
     const double bend = 255 * 2 * fraction * (1 - fraction) * densityOf(primitive);
-    const int edge = int(std::ceil(std::min(255.0, bend))) + 2 * ofEdges + ofPictures;
+    const int edge = int(std::ceil(std::min(255.0, bend))) + ofEdges + ofPictures;
     const QImage alone = drawnAlone(primitive, toFrame, frame);
     const QRect inner = withinClip(primitive, toFrame, step);
     const QRect reach = reachOf(primitive, toFrame, frame).intersected(alone.rect());
@@ -209,7 +212,7 @@ void Tolerance::addSliding(const Primitive &primitive, const QTransform &toFrame
             if (!inner.contains(place) && isNearInk(alone, place, step))
                 at(place) += 255;
             else
-                at(place) += isFlat(alone, place, step) ? ofPictures : edge;
+                at(place) += isFlat(alone, place, step) ? ofEdges : edge;
         }
     }
 }
@@ -225,10 +228,14 @@ Difference difference(const QImage &one, const QImage &other, const Tolerance &t
             for (int channel = 0; channel < 4; ++channel)
                 worst = std::max(worst, std::abs(left[4 * x + channel] - right[4 * x + channel]));
             difference.largest = std::max(difference.largest, worst);
-            if (worst <= tolerance.at({x, y}))
+            const int excess = worst - tolerance.at({x, y});
+            if (excess <= 0)
                 continue;
-            if (difference.beyond++ == 0)
-                difference.first = {x, y};
+            ++difference.beyond;
+            if (excess > difference.excess) {
+                difference.excess = excess;
+                difference.worst = {x, y};
+            }
         }
     }
     return difference;

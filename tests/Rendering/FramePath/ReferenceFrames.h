@@ -27,21 +27,25 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 ///
 /// Edges of fills. A painter rounds the points of a path to 64ths of a pixel. Where a point lies on
 /// the very half of one, the last bit of its place decides, and a raster that begins elsewhere has
-/// another last bit: 1/64 of 255 in the pixels along that edge. The edges of a picture and of its
-/// mask are such edges, too.
+/// another last bit: 1/64 of 255 in the few pixels along that edge. The edges of a picture and of
+/// its mask are such edges, too.
 ///
 /// Pictures at an opacity, where something covers them in part. The painter multiplies coverage and
 /// opacity, cuts the fraction, and fades the picture by the product; in a sprite the coverage has
 /// been multiplied in before. That is 1 in what is put on, and 1 in what is left below.
+///
+/// Pictures with a mask. The painter steps through the picture from where each stretch of one
+/// coverage begins, and rounds its steps: 1.
 ///
 /// Layers that slide by a fraction t of a pixel. Between two pixels of a sprite lies what both of
 /// them have in it, each by its share, where drawing from nothing covers the pixel anew. What a
 /// pixel's window covers changes by no more than the window moves, and a straight line between two
 /// points of such a curve that lie one pixel apart is off by 2 t (1 - t) at most: half of the range
 /// for the thinnest line at t = 1/2, and nothing where three neighbours along the slide are covered
-/// wholly or not at all. A picture of more than one pixel to a pixel of the frame changes faster by
-/// as much. The rectangle to which a score bar or a picture is cut moves by whole pixels: along its
-/// rim a column or row may be there or not.
+/// wholly or not at all, but for what edges are off: a wide outline has some inside. A picture of
+/// more than one pixel to a pixel of the frame changes faster by as much. The rectangle to which a
+/// score bar or a picture is cut moves by whole pixels: along its rim a column or row may be there
+/// or not.
 ///
 /// Where several primitives lie on each other, so do their tolerances.
 class Tolerance
@@ -53,8 +57,9 @@ public:
     bool isSliding() const { return m_isSliding; }
 
 private:
-    static constexpr int ofEdges = 4;
+    static constexpr int ofEdges = 2 * 4; // two of them in the pixels of a thin shape
     static constexpr int ofPictures = 2;
+    static constexpr int ofSampling = 1;
 
     std::size_t indexOf(QPoint place) const
     {
@@ -73,9 +78,10 @@ private:
 
 struct Difference
 {
-    int largest = 0;  // in a channel
-    int beyond = 0;   // pixels that are further off than they may be
-    QPoint first{-1, -1}; // of those
+    int largest = 0;      // in a channel
+    int beyond = 0;       // pixels that are further off than they may be
+    int excess = 0;       // by how much at most
+    QPoint worst{-1, -1}; // where
 };
 
 /// Both in the same order of channels.

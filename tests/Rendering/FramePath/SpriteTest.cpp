@@ -53,6 +53,36 @@ TEST(Sprite, ShowsAPictureThroughItsMask)
     EXPECT_TRUE(QRect(18, 18, 55, 65).contains(sprite->bounds()));
 }
 
+// A painter that sees nothing but the straight part of a mask's edge takes it for hard.
+TEST(Sprite, KeepsTheSoftEdgeOfAMaskThatIsWiderThanThePicture)
+{
+    const QRect area(0, 0, 100, 100);
+    Primitive primitive = pictureOf(gradient({16, 22}), {19.3, 0, 12, 17}, {7.7, 44.4681});
+    QPainterPath mask;
+    mask.addRoundedRect(QRectF(0, 0, 50.6, 17), 2, 2);
+    std::get<PlacedPicture>(primitive.what).mask = mask;
+
+    const auto sprite = madeOf(primitive, area);
+
+    EXPECT_EQ(unpacked(*sprite, area), painted(primitive, area));
+}
+
+// A painter rounds halves away from zero, and a strip has its zero elsewhere.
+TEST(Sprite, PutsAPictureBetweenTwoPixelsWhereTheFrameHasIt)
+{
+    const QRect area(0, 0, 900, 1400); // several strips
+    for (const QPointF place : {QPointF(12.5, 10.5), QPointF(-3.5, -20.5)}) {
+        for (const std::optional<QRectF> &clip : {std::optional<QRectF>(), {{16, 22, 500, 900}}}) {
+            Primitive primitive = pictureOf(gradient({800, 1300}), {0, 0, 800, 1300}, place);
+            primitive.clip = clip;
+
+            const auto sprite = madeOf(primitive, area);
+
+            EXPECT_EQ(unpacked(*sprite, area), painted(primitive, area)) << place.x();
+        }
+    }
+}
+
 TEST(Sprite, KnowsNothingBeyondItsAreaAndItsClip)
 {
     Primitive primitive = fillOf(rectangle({0, 0, 100, 100}));

@@ -163,9 +163,8 @@ GlyphShapes::FontKind GlyphShapes::kindOf(const QRawFont &font)
 {
     return kept(m_fontKinds, font, [&] {
         const auto hasAny = [&](std::initializer_list<const char *> tables) {
-            return std::any_of(tables.begin(), tables.end(), [&](const char *table) {
-                return !font.fontTable(table).isEmpty();
-            });
+            return std::any_of(tables.begin(), tables.end(),
+                               [&](const char *table) { return !font.fontTable(table).isEmpty(); });
         };
         FontKind kind = FontKind::outlines;
         if (hasAny({"CBLC", "COLR", "sbix"}))

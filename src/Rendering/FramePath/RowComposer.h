@@ -67,7 +67,8 @@ private:
     void prefetchNext(const SpriteRun &run, const quint32 *source, int pixels) const
     {
         // The rows of a sprite lie behind each other.
-        const quint32 *next = m_order == Order::downward ? source + run.pixels : source - run.pixels;
+        const quint32 *next =
+            m_order == Order::downward ? source + run.pixels : source - run.pixels;
         prefetchRow(next, qsizetype(pixels) * 4);
     }
 

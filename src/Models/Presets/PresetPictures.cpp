@@ -5,6 +5,8 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <functional>
+#include <numeric>
 
 namespace tessara {
 
@@ -88,8 +90,14 @@ QList<Picture> PresetPictures::pictures(const QList<PresetImageEntry> &entries)
     std::vector<std::shared_ptr<Job>> jobs;
     for (const PresetImageEntry &entry : entries)
         jobs.push_back(job(entry, Haste::now));
-    for (const auto &each : jobs)
-        each->runIfFree();
+    // The largest first: it is what everybody waits for in the end.
+    std::vector<std::size_t> order(jobs.size());
+    std::iota(order.begin(), order.end(), std::size_t(0));
+    std::ranges::stable_sort(order, std::greater(), [&](std::size_t index) {
+        return entries[qsizetype(index)].pngBase64.size();
+    });
+    for (const std::size_t index : order)
+        jobs[index]->runIfFree();
     QList<Picture> pictures;
     for (const auto &each : jobs)
         pictures.append(each->wait());

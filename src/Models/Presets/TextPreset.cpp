@@ -1,5 +1,6 @@
 #include "Models/Presets/TextPreset.h"
 
+#include "Base/Base64Text.h"
 #include "Base/Observable.h"
 #include "Models/Presets/PresetFormat.h"
 
@@ -51,12 +52,7 @@ bool PresetImageEntry::operator==(const PresetImageEntry &other) const
 
 std::optional<QByteArray> PresetImageEntry::pngData() const
 {
-    constexpr qsizetype groupLength = 4;
-    if (pngBase64.size() % groupLength != 0)
-        return std::nullopt;
-    const auto decoded =
-        QByteArray::fromBase64Encoding(pngBase64.toUtf8(), QByteArray::AbortOnBase64DecodingErrors);
-    return decoded ? std::optional(decoded.decoded) : std::nullopt;
+    return bytesFromBase64(pngBase64);
 }
 
 tl::expected<QByteArray, QString> TextPreset::exportData() const

@@ -8,12 +8,13 @@ namespace tessara {
 
 namespace {
 
-// A large frame goes past the cache, for nobody here reads it again.
-RowStores storesFor(const FrameTarget &target)
+// What doesn't stay in the cache until it is written again goes past it: nobody here reads it.
+RowStores storesFor(qsizetype bytesOfFrame)
 {
-    constexpr qsizetype large = 16 << 20; // bytes; a smaller one is written faster into the cache
-    return target.rowBytes * target.size.height() > large ? RowStores::streaming : RowStores::plain;
+    constexpr qsizetype large = 12 << 20; // bytes
+    return bytesOfFrame > large ? RowStores::streaming : RowStores::plain;
 }
+
 // The rows that are scaled next are read at once.
 constexpr RowStores canvasStores = RowStores::plain;
 
@@ -112,7 +113,9 @@ bool FramePath::setUp(const FrameGeometry &geometry, quint32 background,
     m_threads.clear();
     for (int thread = 0; thread < m_workers.threads(); ++thread)
         m_threads.emplace_back(size.width());
+    qsizetype bytes = 0;
     for (const FrameTarget &target : targets) {
+        bytes += target.rowBytes * target.size.height();
         Output output{target, {}, -1};
         output.ring.setUp(target.size, target.rowBytes * target.size.height());
         if (target.size != size) {
@@ -123,6 +126,7 @@ bool FramePath::setUp(const FrameGeometry &geometry, quint32 background,
         }
         m_outputs.push_back(std::move(output));
     }
+    m_stores = storesFor(bytes);
     if (!m_scaled.empty())
         m_canvasFrame = FrameBytes::allocate(qsizetype(size.width()) * size.height() * 4);
     const bool hasCanvas = m_scaled.empty() || !m_canvasFrame.isNull();
@@ -148,7 +152,7 @@ bool FramePath::composeOutputs()
         if (!slot)
             return false;
         const FrameOutput destination(output.target, slot->bytes.writableData(),
-                                      storesFor(output.target));
+                                      m_stores);
         if (destination.isMirrored()) {
             composeMirrored(destination, slot->stale);
         } else {
@@ -181,7 +185,7 @@ bool FramePath::composeScaledOutputs()
             if (!slot)
                 return false;
             write(m_scaled[index],
-                  FrameOutput(output.target, slot->bytes.writableData(), storesFor(output.target)),
+                  FrameOutput(output.target, slot->bytes.writableData(), m_stores),
                   slot->stale);
             slot->stale.clear();
         }

@@ -103,25 +103,34 @@ SpriteCache::SpriteCache(qsizetype spare)
 
 void SpriteCache::insert(const SpriteKey &key, const std::shared_ptr<const Sprite> &sprite)
 {
+    constexpr qsizetype bytesOfAny = 4096; // a key and its path
     m_entries.emplace(key.hash(), Entry{key, sprite, ++m_uses});
-    trim();
+    // Every entry is looked at to trim them, so that it is left until some room may be gained.
+    m_added += bytesOfAny + sprite->bytes();
+    if (m_added > m_spare / 8)
+        trim();
 }
 
 void SpriteCache::trim()
 {
-    const auto isUnused = [](const auto &entry) { return entry.second.sprite.use_count() == 1; };
+    m_added = 0;
     qsizetype unused = 0;
-    for (const auto &entry : m_entries)
-        unused += isUnused(entry) ? entry.second.sprite->bytes() : 0;
-    while (unused > m_spare) {
-        auto oldest = m_entries.end();
-        for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
-            if (isUnused(*entry)
-                && (oldest == m_entries.end() || entry->second.lastUse < oldest->second.lastUse))
-                oldest = entry;
-        }
-        unused -= oldest->second.sprite->bytes();
-        m_entries.erase(oldest);
+    std::vector<decltype(m_entries)::iterator> candidates;
+    for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
+        if (entry->second.sprite.use_count() > 1)
+            continue;
+        unused += entry->second.sprite->bytes();
+        candidates.push_back(entry);
+    }
+    std::ranges::sort(candidates, {}, [](const auto &entry) { return entry->second.lastUse; });
+    constexpr std::size_t mostUnused = 256;
+    std::size_t left = candidates.size();
+    for (const auto &entry : candidates) {
+        if (unused <= m_spare && left <= mostUnused)
+            return;
+        unused -= entry->second.sprite->bytes();
+        --left;
+        m_entries.erase(entry);
     }
 }
 

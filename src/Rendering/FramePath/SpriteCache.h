@@ -77,6 +77,7 @@ private:
     void trim();
 
     qsizetype m_spare;
+    qsizetype m_added = 0; // bytes since the last trim
     quint64 m_uses = 0;
     std::unordered_multimap<std::size_t, Entry> m_entries;
 };

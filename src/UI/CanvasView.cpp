@@ -1,53 +1,75 @@
 #include "UI/CanvasView.h"
 
 #include "Core/AppState.h"
-#include "Rendering/LayerDrawing.h"
+#include "UI/PictureNode.h"
 
-#include <QPainter>
 #include <QQuickWindow>
-#include <QSGImageNode>
+#include <QSGTransformNode>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 namespace tessara {
 
 namespace {
 
-constexpr int pauseAtRest = 16;    // ms between two repaints
-constexpr int pauseOnOutput = 66;  // ms; the frames of the air come first
-constexpr double checkerCell = 12; // item units
-constexpr double gridOpacity = 0.5;
+constexpr std::chrono::milliseconds pauseAtRest{16};   // between two repaints
+constexpr std::chrono::milliseconds pauseOnOutput{66}; // the frames of the air come first
+constexpr std::chrono::milliseconds stillness{100};    // a window that is dragged never rests so long
 
-void paintChecker(QPainter &painter, const QRectF &rect)
+// The bytes are not written again until the last copy of the image has gone, on any thread.
+QImage imageOver(const FrameBytes &bytes, const FrameTarget &target)
 {
-    painter.fillRect(rect, Qt::black);
-    const auto shade = [](double white) {
-        return QColor::fromRgbF(1, 1, 1, float(white * gridOpacity));
-    };
-    const QColor shades[] = {shade(0.28), shade(0.18)};
-    painter.save();
-    painter.setClipRect(rect);
-    int row = 0;
-    for (double y = rect.top(); y < rect.bottom(); y += checkerCell, ++row) {
-        int column = row;
-        for (double x = rect.left(); x < rect.right(); x += checkerCell, ++column)
-            painter.fillRect(QRectF(x, y, checkerCell, checkerCell), shades[column % 2]);
+    return {bytes.data(),
+            target.size.width(),
+            target.size.height(),
+            target.rowBytes,
+            QImage::Format_ARGB32_Premultiplied,
+            [](void *held) { delete static_cast<FrameBytes *>(held); },
+            new FrameBytes(bytes)};
+}
+
+/// From the lowest to the highest.
+struct CanvasNode : QSGTransformNode
+{
+    CanvasNode()
+    {
+        for (PictureNode *child : {&checkerboard, &frame, &selection}) {
+            child->setFlag(OwnedByParent, false);
+            appendChildNode(child);
+        }
     }
-    painter.restore();
+    ~CanvasNode() override { removeAllChildNodes(); }
+
+    PictureNode checkerboard;
+    PictureNode frame;
+    PictureNode selection;
+};
+
+QMatrix4x4 stretch(const QRectF &from, const QRectF &to)
+{
+    QMatrix4x4 matrix;
+    matrix.translate(float(to.x()), float(to.y()));
+    matrix.scale(float(to.width() / from.width()), float(to.height() / from.height()));
+    matrix.translate(float(-from.x()), float(-from.y()));
+    return matrix;
 }
 
 } // namespace
 
 CanvasView::CanvasView(QQuickItem *parent)
     : QQuickItem(parent)
+    , m_frames(1) // the other cores belong to the air
 {
     setFlag(ItemHasContents);
-    m_pause.setSingleShot(true);
+    for (QTimer *timer : {&m_pause, &m_resizing})
+        timer->setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, [this] {
         if (m_isDirty)
             repaintNow();
     });
+    connect(&m_resizing, &QTimer::timeout, this, &CanvasView::contentChanged);
     connect(this, &CanvasView::canvasRectChanged, this, &CanvasView::contentChanged);
 }
 
@@ -63,7 +85,10 @@ void CanvasView::setWorkspace(Workspace *workspace)
     m_workspace = workspace;
     if (CanvasDocument *shown = document()) {
         connect(shown, &CanvasDocument::changed, this, &CanvasView::contentChanged);
-        connect(shown, &CanvasDocument::sizeChanged, this, &CanvasView::canvasRectChanged);
+        connect(shown, &CanvasDocument::sizeChanged, this, [this] {
+            m_resizing.stop(); // that was the window, which may go on: this is a step
+            emit canvasRectChanged();
+        });
     }
     emit workspaceChanged();
     emit canvasRectChanged();
@@ -79,12 +104,26 @@ double CanvasView::canvasScale() const
     return std::max(0.0, std::min(across, down));
 }
 
+double CanvasView::pixelRatio() const
+{
+    return window() ? window()->effectiveDevicePixelRatio() : 1;
+}
+
 QRectF CanvasView::canvasRect() const
 {
+    const double ratio = pixelRatio();
+    const auto whole = [ratio](double units) { return std::round(units * ratio) / ratio; };
+    const QPointF origin = mapToScene(QPointF());
     const CanvasDocument *shown = document();
-    const QSizeF size = shown ? shown->size() * canvasScale() : QSizeF();
-    return {std::round((width() - size.width()) / 2), std::round((height() - size.height()) / 2),
-            std::round(size.width()), std::round(size.height())};
+    const QSizeF size = shown ? shown->size() * canvasScale() : QSizeF(0, 0);
+    return {whole(origin.x() + (width() - size.width()) / 2) - origin.x(),
+            whole(origin.y() + (height() - size.height()) / 2) - origin.y(), whole(size.width()),
+            whole(size.height())};
+}
+
+CanvasView::Place CanvasView::placeNow() const
+{
+    return {canvasRect(), boundingRect(), canvasScale(), pixelRatio()};
 }
 
 void CanvasView::contentChanged()
@@ -94,6 +133,7 @@ void CanvasView::contentChanged()
         repaintNow();
 }
 
+// A window that nobody sees keeps the wish until somebody does.
 void CanvasView::repaintNow()
 {
     m_isDirty = false;
@@ -102,94 +142,93 @@ void CanvasView::repaintNow()
     polish();
 }
 
+// A new size makes all sprites anew. While it changes, the pictures that there are get stretched.
 void CanvasView::updatePolish()
 {
-    const double ratio = window() ? window()->effectiveDevicePixelRatio() : 1;
-    const QSize size = (QSizeF(width(), height()) * ratio).toSize();
-    if (size.isEmpty())
+    if (!document())
         return;
-    m_picture = QImage(size, QImage::Format_ARGB32_Premultiplied);
-    m_picture.fill(Qt::transparent);
-    QPainter painter(&m_picture);
-    painter.scale(ratio, ratio);
-    if (document())
-        paintCanvas(painter);
-    painter.end();
-    m_isPictureNew = true;
+    if (!m_resizing.isActive() || !m_isShown) {
+        const Place place = placeNow();
+        if (!(place == m_place)) {
+            m_place = place;
+            m_selected.clear();
+            m_selection = {};
+            update();
+        }
+    }
+    if (m_place.canvas.isEmpty())
+        return;
+    const bool hasNewFrame = drawFrame();
+    const bool hasNewSelection = drawSelection();
+    if (!hasNewFrame && !hasNewSelection)
+        return;
     update();
+    emit drawn();
 }
 
-void CanvasView::paintCanvas(QPainter &painter)
+bool CanvasView::drawFrame()
 {
-    const QRectF rect = canvasRect();
-    paintChecker(painter, rect);
-    painter.save();
-    painter.setClipRect(rect);
-    painter.translate(rect.topLeft());
-    painter.scale(canvasScale(), canvasScale());
-    const CanvasDocument &shown = *document();
-    for (const CanvasLayerItem &item : shown.orderedLayers()) {
-        const double opacity = runOpacity(shown, item);
-        if (opacity > 0)
-            drawLayer(painter, shown, item, opacity, DrawingStyle::canvas, m_texts);
-    }
-    painter.restore();
-    paintSelection(painter);
+    const QSize pixels = (m_place.canvas.size() * m_place.pixelRatio).toSize();
+    const double scale = m_place.scale * m_place.pixelRatio;
+    const FrameTarget target{FrameContent::fill, FrameFormat::bgra, pixels,
+                             rowBytesOf(FrameFormat::bgra, pixels.width())};
+    const FramePath::Result frames =
+        m_frames.render(*document(),
+                        {pixels, QTransform::fromScale(scale, scale), DrawingStyle::canvas},
+                        std::nullopt, {&target, 1});
+    // Held here, the bytes of the last frame were not written since.
+    if (!frames || frames->front().data() == m_frame.constBits())
+        return false;
+    m_frame = imageOver(frames->front(), target);
+    if (m_checkerboard.size() != pixels)
+        m_checkerboard = checkerboard(m_place.canvas.size(), m_place.pixelRatio);
+    return true;
 }
 
-// A line round each selected layer, dashed for one that is off air.
-void CanvasView::paintSelection(QPainter &painter)
+bool CanvasView::drawSelection()
 {
-    const CanvasDocument &shown = *document();
-    const QRectF rect = canvasRect();
-    const QColor halo(0, 0, 0, 89);
-    const QColor lockedLine(255, 255, 255, 184);
-    const QColor line(18, 158, 255);
-    painter.setRenderHint(QPainter::Antialiasing);
-    for (const CanvasLayerItem &item : shown.orderedLayers()) {
-        const Layer *layer = layerOf(item);
-        if (!shown.selectedLayerIDs().contains(layer->id()))
-            continue;
-        const QRectF bounds = drawnBounds(item, m_texts);
-        const QRectF frame(rect.topLeft() + bounds.topLeft() * canvasScale(),
-                           bounds.size() * canvasScale());
-        const bool isOnAir = shown.takes().isOnAir(layer->id());
-        painter.setPen(QPen(halo, 3.25));
-        painter.drawRect(frame);
-        painter.setPen(QPen(layer->isLocked() ? lockedLine : line, 1.5,
-                            isOnAir ? Qt::SolidLine : Qt::DashLine));
-        painter.drawRect(frame);
-    }
+    std::vector<SelectionFrame> selected = selectionFrames(*document(), m_texts);
+    if (selected == m_selected)
+        return false;
+    m_selected = std::move(selected);
+    m_selection = selectionPicture(m_selected, m_place.canvas, m_place.scale, m_place.item,
+                                   m_place.pixelRatio);
+    return true;
 }
 
-QSGNode *CanvasView::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
+QSGNode *CanvasView::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
-    auto *image = static_cast<QSGImageNode *>(node);
-    if (m_picture.isNull())
-        return image;
-    if (!image) {
-        image = window()->createImageNode();
-        image->setOwnsTexture(true);
-        m_isPictureNew = true;
+    const QRectF canvas = canvasRect();
+    if (m_frame.isNull() || canvas.isEmpty()) {
+        delete old;
+        return nullptr;
     }
-    if (m_isPictureNew)
-        image->setTexture(window()->createTextureFromImage(m_picture));
-    m_isPictureNew = false;
-    image->setRect(boundingRect());
-    return image;
+    auto *node = static_cast<CanvasNode *>(old);
+    if (!node)
+        node = new CanvasNode;
+    node->setMatrix(stretch(m_place.canvas, canvas));
+    const bool isStretched = canvas.size() != m_place.canvas.size();
+    node->checkerboard.show(*window(), m_checkerboard, m_place.canvas, isStretched);
+    node->frame.show(*window(), m_frame, m_place.canvas, isStretched);
+    node->selection.show(*window(), m_selection.image, m_selection.rect, isStretched);
+    m_isShown = true;
+    return node;
 }
 
 void CanvasView::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
-    if (newGeometry.size() != oldGeometry.size())
-        emit canvasRectChanged();
+    if (newGeometry.size() == oldGeometry.size())
+        return;
+    m_resizing.start(stillness);
+    update();
+    emit canvasRectChanged();
 }
 
 void CanvasView::itemChange(ItemChange change, const ItemChangeData &data)
 {
     if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged)
-        contentChanged();
+        emit canvasRectChanged();
     QQuickItem::itemChange(change, data);
 }
 

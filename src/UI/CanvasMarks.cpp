@@ -87,7 +87,8 @@ PlacedImage selectionPicture(const std::vector<SelectionFrame> &frames, const QR
     painter.setRenderHint(QPainter::Antialiasing);
     for (const SelectionFrame &frame : frames)
         paintSelectionFrame(painter, frame, boxInItem(frame, canvas, scale));
-    return {image, QRectF(QPointF(pixels.topLeft()) / pixelRatio, QSizeF(pixels.size()) / pixelRatio)};
+    return {image,
+            QRectF(QPointF(pixels.topLeft()) / pixelRatio, QSizeF(pixels.size()) / pixelRatio)};
 }
 
 } // namespace tessara

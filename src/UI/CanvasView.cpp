@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::chrono::milliseconds pauseAtRest{16};   // between two repaints
 constexpr std::chrono::milliseconds pauseOnOutput{66}; // the frames of the air come first
-constexpr std::chrono::milliseconds stillness{100};    // a window that is dragged never rests so long
+constexpr std::chrono::milliseconds stillness{100}; // a window that is dragged never rests so long
 
 // The bytes are not written again until the last copy of the image has gone, on any thread.
 QImage imageOver(const FrameBytes &bytes, const FrameTarget &target)
@@ -172,10 +172,9 @@ bool CanvasView::drawFrame()
     const double scale = m_place.scale * m_place.pixelRatio;
     const FrameTarget target{FrameContent::fill, FrameFormat::bgra, pixels,
                              rowBytesOf(FrameFormat::bgra, pixels.width())};
-    const FramePath::Result frames =
-        m_frames.render(*document(),
-                        {pixels, QTransform::fromScale(scale, scale), DrawingStyle::canvas},
-                        std::nullopt, {&target, 1});
+    const FramePath::Result frames = m_frames.render(
+        *document(), {pixels, QTransform::fromScale(scale, scale), DrawingStyle::canvas},
+        std::nullopt, {&target, 1});
     // Held here, the bytes of the last frame were not written since.
     if (!frames || frames->front().data() == m_frame.constBits())
         return false;

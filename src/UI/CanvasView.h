@@ -75,7 +75,7 @@ private:
     double m_margin = 24; // item units
     QTimer m_pause;       // until the next repaint may come
     bool m_isDirty = false;
-    QTimer m_resizing;    // until the size counts as final
+    QTimer m_resizing; // until the size counts as final
     bool m_isShown = false;
 
     Place m_place;

@@ -151,8 +151,7 @@ bool FramePath::composeOutputs()
         FrameRing::Slot *slot = output.ring.next();
         if (!slot)
             return false;
-        const FrameOutput destination(output.target, slot->bytes.writableData(),
-                                      m_stores);
+        const FrameOutput destination(output.target, slot->bytes.writableData(), m_stores);
         if (destination.isMirrored()) {
             composeMirrored(destination, slot->stale);
         } else {
@@ -184,8 +183,7 @@ bool FramePath::composeScaledOutputs()
             FrameRing::Slot *slot = output.ring.next();
             if (!slot)
                 return false;
-            write(m_scaled[index],
-                  FrameOutput(output.target, slot->bytes.writableData(), m_stores),
+            write(m_scaled[index], FrameOutput(output.target, slot->bytes.writableData(), m_stores),
                   slot->stale);
             slot->stale.clear();
         }

@@ -1,6 +1,5 @@
 #include "Rendering/TextBlock.h"
 
-#include <QPainter>
 #include <QRawFont>
 #include <QTextLayout>
 
@@ -152,30 +151,6 @@ QPainterPath TextBlock::strokePath(double outlineWidth) const
 const std::vector<TextBlock::PictureGlyph> &TextBlock::pictures() const
 {
     return shapes().pictures;
-}
-
-void TextBlock::draw(QPainter &painter, QPointF topLeft, const TextPaint &paint) const
-{
-    painter.save();
-    painter.translate(topLeft);
-    painter.scale(m_font.scale, m_font.scale);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.fillPath(fillPath(), paint.fill);
-    drawPictures(painter, paint.fill.alphaF());
-    if (paint.outlineWidth > 0)
-        painter.fillPath(strokePath(paint.outlineWidth), paint.outline);
-    painter.restore();
-}
-
-// Their colours are their own; only the alpha of the fill reaches them.
-void TextBlock::drawPictures(QPainter &painter, double alpha) const
-{
-    const double opacity = painter.opacity();
-    painter.setOpacity(opacity * alpha);
-    for (const PictureGlyph &picture : pictures())
-        painter.drawImage(picture.box, picture.image, picture.image.rect());
-    painter.setOpacity(opacity);
 }
 
 } // namespace tessara

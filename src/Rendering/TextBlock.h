@@ -1,7 +1,6 @@
 // A piece of text, shaped and laid out.
 #pragma once
 
-#include <QColor>
 #include <QGlyphRun>
 #include <QPainterPath>
 #include <QString>
@@ -14,20 +13,10 @@
 #include <optional>
 #include <vector>
 
-class QPainter;
-
 namespace tessara {
 
 /// How much of the spare room stands before a line: 0, a half or all.
 double alignmentShare(TextLayerHorizontalAlignment alignment);
-
-/// Filled, and where the outline's width is above 0 stroked over the fill.
-struct TextPaint
-{
-    QColor fill;
-    QColor outline;
-    double outlineWidth = 0; // percent of the font size, centred on the glyphs' edges
-};
 
 /// Lines of text with their glyphs as outlines, so that a size, a slide or a scale of any fraction
 /// shows the same letters. Bitmap glyphs (colour emoji) are drawn as pictures and have no outline.
@@ -56,9 +45,6 @@ public:
     QPainterPath strokePath(double outlineWidth) const;
     const std::vector<PictureGlyph> &pictures() const;
 
-    /// Fill, pictures, stroke. `topLeft` is that of the first line's box.
-    void draw(QPainter &painter, QPointF topLeft, const TextPaint &paint) const;
-
 private:
     struct Run
     {
@@ -84,7 +70,6 @@ private:
     };
 
     const Shapes &shapes() const;
-    void drawPictures(QPainter &painter, double alpha) const;
 
     SizedFont m_font;
     QSizeF m_size;

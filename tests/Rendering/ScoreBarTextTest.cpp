@@ -36,7 +36,10 @@ protected:
         for (const CentredText &text : texts) {
             const TextBlock block(text.text, text.font);
             const QPointF half(block.size().width() / 2, block.size().height() / 2);
-            block.draw(painter, text.middle - half, {text.color.color(), {}, 0});
+            std::vector<Primitive> primitives;
+            appendText(primitives, block, text.middle - half, {text.color});
+            for (const Primitive &primitive : primitives)
+                drawPrimitive(painter, primitive, 1);
         }
         painter.end();
         return image.convertToFormat(QImage::Format_RGBA8888_Premultiplied);

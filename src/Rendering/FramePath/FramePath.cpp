@@ -9,10 +9,15 @@ namespace tessara {
 namespace {
 
 // What doesn't stay in the cache until it is written again goes past it: nobody here reads it.
-RowStores storesFor(qsizetype bytesOfFrame)
+RowStores storesFor(qsizetype bytes)
 {
-    constexpr qsizetype large = 12 << 20; // bytes
-    return bytesOfFrame > large ? RowStores::streaming : RowStores::plain;
+    constexpr qsizetype large = 12 << 20; // bytes a frame
+    return bytes > large ? RowStores::streaming : RowStores::plain;
+}
+
+qsizetype bytesOf(const TileDamage &stale, const FrameTarget &target)
+{
+    return rowBytesOf(target.format, stale.tileWidth()) * TileDamage::bandRows * stale.tiles();
 }
 
 // The rows that are scaled next are read at once.
@@ -113,9 +118,7 @@ bool FramePath::setUp(const FrameGeometry &geometry, quint32 background,
     m_threads.clear();
     for (int thread = 0; thread < m_workers.threads(); ++thread)
         m_threads.emplace_back(size.width());
-    qsizetype bytes = 0;
     for (const FrameTarget &target : targets) {
-        bytes += target.rowBytes * target.size.height();
         Output output{target, {}, -1};
         output.ring.setUp(target.size, target.rowBytes * target.size.height());
         if (target.size != size) {
@@ -126,7 +129,6 @@ bool FramePath::setUp(const FrameGeometry &geometry, quint32 background,
         }
         m_outputs.push_back(std::move(output));
     }
-    m_stores = storesFor(bytes);
     if (!m_scaled.empty())
         m_canvasFrame = FrameBytes::allocate(qsizetype(size.width()) * size.height() * 4);
     const bool hasCanvas = m_scaled.empty() || !m_canvasFrame.isNull();
@@ -145,19 +147,25 @@ bool FramePath::composeOutputs()
 {
     m_destinations.clear();
     m_stale.clear();
+    qsizetype bytes = 0;
     for (Output &output : m_outputs) {
         if (output.scaled >= 0)
             continue;
-        FrameRing::Slot *slot = output.ring.next();
+        const FrameRing::Slot *slot = output.ring.next();
         if (!slot)
             return false;
-        const FrameOutput destination(output.target, slot->bytes.writableData(), m_stores);
-        if (destination.isMirrored()) {
+        m_stale.add(slot->stale);
+        bytes += bytesOf(slot->stale, output.target);
+    }
+    for (Output &output : m_outputs) {
+        if (output.scaled >= 0)
+            continue;
+        FrameRing::Slot *slot = output.ring.current();
+        const FrameOutput destination(output.target, slot->bytes.writableData(), storesFor(bytes));
+        if (destination.isMirrored())
             composeMirrored(destination, slot->stale);
-        } else {
+        else
             m_destinations.push_back(destination);
-            m_stale.add(slot->stale);
-        }
         slot->stale.clear();
     }
     if (!m_destinations.empty())
@@ -183,7 +191,9 @@ bool FramePath::composeScaledOutputs()
             FrameRing::Slot *slot = output.ring.next();
             if (!slot)
                 return false;
-            write(m_scaled[index], FrameOutput(output.target, slot->bytes.writableData(), m_stores),
+            write(m_scaled[index],
+                  FrameOutput(output.target, slot->bytes.writableData(),
+                              storesFor(bytesOf(slot->stale, output.target))),
                   slot->stale);
             slot->stale.clear();
         }

@@ -83,7 +83,6 @@ private:
     quint32 m_background = 0; // premultiplied
     TileDamage m_damage;      // of one frame
     std::vector<Output> m_outputs;
-    RowStores m_stores = RowStores::plain;
     TileDamage m_stale; // of all outputs together
     Destinations m_destinations;
     FrameBytes m_canvasFrame; // what is scaled; null as long as nothing is

@@ -15,7 +15,7 @@ namespace tessara {
 namespace {
 
 // A few lines are a painter's in no time; a text of thousands takes it long.
-constexpr int fewElements = 500;
+constexpr int fewElements = 12;
 
 using Point = CoverageRaster::Point;
 

@@ -202,7 +202,7 @@ void Tolerance::addSliding(const Primitive &primitive, const QTransform &toFrame
     m_isSliding = true;
     const QPoint step = offset.x() != 0 ? QPoint(1, 0) : QPoint(0, 1);
     const double bend = 255 * 2 * fraction * (1 - fraction) * densityOf(primitive);
-    const int edge = int(std::ceil(std::min(255.0, bend))) + ofEdges + ofPictures;
+    const int edge = int(std::ceil(std::min(255.0, bend))) + ofSlides + ofPictures;
     const QImage alone = drawnAlone(primitive, toFrame, frame);
     const QRect inner = withinClip(primitive, toFrame, step);
     const QRect reach = reachOf(primitive, toFrame, frame).intersected(alone.rect());
@@ -212,7 +212,7 @@ void Tolerance::addSliding(const Primitive &primitive, const QTransform &toFrame
             if (!inner.contains(place) && isNearInk(alone, place, step))
                 at(place) += 255;
             else
-                at(place) += isFlat(alone, place, step) ? ofEdges : edge;
+                at(place) += isFlat(alone, place, step) ? ofSlides : edge;
         }
     }
 }

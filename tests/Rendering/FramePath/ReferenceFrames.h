@@ -25,14 +25,12 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 /// How far the channels of each pixel may be from those of the reference. What isn't named here may
 /// not differ at all.
 ///
-/// Edges of fills. A painter rounds the points of a path to 64ths of a pixel. Where a point lies on
-/// the very half of one, the last bit of its place decides, and a raster that begins elsewhere has
-/// another last bit: 1/64 of 255 in the few pixels along that edge. The edges of a picture and of
-/// its mask are such edges, too.
+/// Edges of fills. A raster that begins elsewhere rounds the last bit of a place differently: 2 is
+/// the most that was seen.
 ///
 /// Pictures at an opacity, where something covers them in part. The painter multiplies coverage and
 /// opacity, cuts the fraction, and fades the picture by the product; in a sprite the coverage has
-/// been multiplied in before. That is 1 in what is put on, and 1 in what is left below.
+/// been multiplied in before: 1.
 ///
 /// Pictures with a mask. The painter steps through the picture from where each stretch of one
 /// coverage begins, and rounds its steps: 1.
@@ -42,10 +40,9 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 /// pixel's window covers changes by no more than the window moves, and a straight line between two
 /// points of such a curve that lie one pixel apart is off by 2 t (1 - t) at most: half of the range
 /// for the thinnest line at t = 1/2, and nothing where three neighbours along the slide are covered
-/// wholly or not at all, but for what edges are off: a wide outline has some inside. A picture of
-/// more than one pixel to a pixel of the frame changes faster by as much. The rectangle to which a
-/// score bar or a picture is cut moves by whole pixels: along its rim a column or row may be there
-/// or not.
+/// wholly or not at all. A picture of more than one pixel to a pixel of the frame changes faster by
+/// as much. The rectangle to which a score bar or a picture is cut moves by whole pixels: along its
+/// rim a column or row may be there or not.
 ///
 /// Where several primitives lie on each other, so do their tolerances.
 class Tolerance
@@ -57,8 +54,9 @@ public:
     bool isSliding() const { return m_isSliding; }
 
 private:
-    static constexpr int ofEdges = 2 * 4; // two of them in the pixels of a thin shape
-    static constexpr int ofPictures = 2;
+    static constexpr int ofPictures = 1;
+    static constexpr int ofEdges = 2;
+    static constexpr int ofSlides = 16; // beside the bend, as measured
     static constexpr int ofSampling = 1;
 
     std::size_t indexOf(QPoint place) const

@@ -1,5 +1,6 @@
 // tessara-bench-window: how steadily frames leave while the window is open.
 #include <QCommandLineParser>
+#include <QFile>
 #include <QGuiApplication>
 #include <QtQml/qqmlextensionplugin.h>
 
@@ -8,6 +9,7 @@
 #include "Core/AppState.h"
 #include "Core/VirtualCardChannel.h"
 #include "DeckLink/VirtualCard.h"
+#include "Models/Presets/PresetFormat.h"
 #include "UI/RunlistWindowController.h"
 #include "UI/WindowEngine.h"
 #include "UI/Workspace.h"
@@ -111,6 +113,32 @@ Task browsePresets(Clock &clock, Workspace &workspace, QObject *window)
     }
 }
 
+/// Drags the window's edge for a second, over and over, with a second's rest.
+Task resizeWindow(Clock &clock, QWindow *window)
+{
+    constexpr int steps = 50; // a second
+    const QSize size = window->size();
+    for (int step = 0;; ++step) {
+        const bool slept = co_await clock.sleep(Seconds{1.0 / steps});
+        if (!slept)
+            co_return;
+        if (step % (2 * steps) < steps)
+            window->resize(size + step % steps * QSize(8, 4));
+    }
+}
+
+/// False if there is no preset in the file.
+bool addPreset(CanvasDocument &document, const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const auto preset = decodePreset(file.readAll());
+    if (preset)
+        document.addTextPreset(*preset);
+    return preset.has_value();
+}
+
 /// By the name that the pickers show it under; false for one that no card offers.
 bool chooseMode(AppState &app, const QString &name)
 {
@@ -149,7 +177,13 @@ int main(int argc, char **argv)
                                      QStringLiteral("open the runlist as well"));
     const QCommandLineOption presets(QStringLiteral("presets"),
                                      QStringLiteral("browse the presets meanwhile"));
-    parser.addOptions({data, seconds, layers, dissolving, restOnAir, mode, runlist, presets});
+    const QCommandLineOption preset(QStringLiteral("preset"),
+                                    QStringLiteral("its layers stand on air"),
+                                    QStringLiteral("file"));
+    const QCommandLineOption resizing(QStringLiteral("resizing"),
+                                      QStringLiteral("drag the window's edge meanwhile"));
+    parser.addOptions(
+        {data, seconds, layers, dissolving, restOnAir, mode, runlist, presets, preset, resizing});
     parser.process(application);
 
     const ApplicationSupport support =
@@ -170,15 +204,22 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "no mode of that name\n");
         return 2;
     }
+    if (parser.isSet(preset) && !addPreset(*app.document(), parser.value(preset))) {
+        std::fprintf(stderr, "no preset in that file\n");
+        return 2;
+    }
     RunlistWindowController runlistWindow(engine, workspace);
     if (parser.isSet(runlist))
         runlistWindow.show();
     Task show;
     Task browsing;
+    Task dragging;
     const Alarm start = clock.at(clock.now() + std::chrono::seconds{3}, [&] {
         raiseThreadPriority();
         if (parser.isSet(presets))
             browsing = browsePresets(clock, workspace, engine.rootObjects().first());
+        if (parser.isSet(resizing))
+            dragging = resizeWindow(clock, qobject_cast<QWindow *>(engine.rootObjects().first()));
         show = playShow(app, {.layers = parser.value(layers).toInt(),
                               .dissolving = parser.value(dissolving).toInt(),
                               .restIsOnAir = parser.isSet(restOnAir),

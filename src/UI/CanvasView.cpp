@@ -16,6 +16,8 @@ namespace {
 
 constexpr std::chrono::milliseconds pauseAtRest{16};   // between two repaints
 constexpr std::chrono::milliseconds pauseOnOutput{66}; // the frames of the air come first
+constexpr std::chrono::milliseconds pauseForSprites{10};
+constexpr int mostWaits = 25;                       // for what changes faster than sprites are made
 constexpr std::chrono::milliseconds stillness{100}; // a window that is dragged never rests so long
 
 // The bytes are not written again until the last copy of the image has gone, on any thread.
@@ -126,6 +128,35 @@ CanvasView::Place CanvasView::placeNow() const
     return {canvasRect(), boundingRect(), canvasScale(), pixelRatio()};
 }
 
+// A new size makes all sprites anew. While it changes, the pictures that there are get stretched.
+CanvasView::Place CanvasView::nextPlace() const
+{
+    return m_resizing.isActive() && m_isShown ? m_place : placeNow();
+}
+
+FrameGeometry CanvasView::geometryOf(const Place &place) const
+{
+    const double scale = place.scale * place.pixelRatio;
+    return {(place.canvas.size() * place.pixelRatio).toSize(), QTransform::fromScale(scale, scale),
+            DrawingStyle::canvas};
+}
+
+bool CanvasView::isOnOutput() const
+{
+    return m_workspace && m_workspace->app().isDeckLinkOutputRunning();
+}
+
+// Many sprites take longer than the air has between two frames.
+bool CanvasView::mayDraw()
+{
+    const Place place = nextPlace();
+    const bool isReady = !isOnOutput() || m_frame.isNull() || place.canvas.isEmpty()
+                         || m_frames.prepare(*document(), geometryOf(place))
+                         || m_waits >= mostWaits;
+    m_waits += isReady ? 0 : 1;
+    return isReady;
+}
+
 void CanvasView::contentChanged()
 {
     m_isDirty = true;
@@ -136,25 +167,28 @@ void CanvasView::contentChanged()
 // A window that nobody sees keeps the wish until somebody does.
 void CanvasView::repaintNow()
 {
-    m_isDirty = false;
-    const bool isOnOutput = m_workspace && m_workspace->app().isDeckLinkOutputRunning();
-    m_pause.start(isOnOutput ? pauseOnOutput : pauseAtRest);
+    const bool isSeen = document() && window() && window()->isExposed();
+    m_isDirty = isSeen && !mayDraw();
+    if (m_isDirty) {
+        m_pause.start(pauseForSprites);
+        return;
+    }
+    m_pause.start(isOnOutput() ? pauseOnOutput : pauseAtRest);
     polish();
 }
 
-// A new size makes all sprites anew. While it changes, the pictures that there are get stretched.
 void CanvasView::updatePolish()
 {
     if (!document())
         return;
-    if (!m_resizing.isActive() || !m_isShown) {
-        const Place place = placeNow();
-        if (!(place == m_place)) {
-            m_place = place;
-            m_selected.clear();
-            m_selection = {};
-            update();
-        }
+    if (!mayDraw())
+        return contentChanged(); // much has changed since, or while nobody saw it
+    m_waits = 0;
+    if (const Place place = nextPlace(); !(place == m_place)) {
+        m_place = place;
+        m_selected.clear();
+        m_selection = {};
+        update();
     }
     if (m_place.canvas.isEmpty())
         return;
@@ -168,18 +202,16 @@ void CanvasView::updatePolish()
 
 bool CanvasView::drawFrame()
 {
-    const QSize pixels = (m_place.canvas.size() * m_place.pixelRatio).toSize();
-    const double scale = m_place.scale * m_place.pixelRatio;
-    const FrameTarget target{FrameContent::fill, FrameFormat::bgra, pixels,
-                             rowBytesOf(FrameFormat::bgra, pixels.width())};
-    const FramePath::Result frames = m_frames.render(
-        *document(), {pixels, QTransform::fromScale(scale, scale), DrawingStyle::canvas},
-        std::nullopt, {&target, 1});
+    const FrameGeometry geometry = geometryOf(m_place);
+    const FrameTarget target{FrameContent::fill, FrameFormat::bgra, geometry.pixels,
+                             rowBytesOf(FrameFormat::bgra, geometry.pixels.width())};
+    const FramePath::Result frames =
+        m_frames.render(*document(), geometry, std::nullopt, {&target, 1});
     // Held here, the bytes of the last frame were not written since.
     if (!frames || frames->front().data() == m_frame.constBits())
         return false;
     m_frame = imageOver(frames->front(), target);
-    if (m_checkerboard.size() != pixels)
+    if (m_checkerboard.size() != geometry.pixels)
         m_checkerboard = checkerboard(m_place.canvas.size(), m_place.pixelRatio);
     return true;
 }

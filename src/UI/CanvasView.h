@@ -16,8 +16,8 @@ namespace tessara {
 class CanvasDocument;
 
 /// Shows what is on the canvas, upright, at the size in which it is seen, drawn with a frame path
-/// of its own. It follows changes, but never faster than an operator can see, and slower while
-/// output runs: the main thread belongs to the air first.
+/// of its own. It follows changes, but never faster than an operator can see. While output runs it
+/// is slower, and has its sprites made on another thread: the main thread belongs to the air first.
 class CanvasView : public QQuickItem
 {
     Q_OBJECT
@@ -66,6 +66,11 @@ private:
     CanvasDocument *document() const;
     double pixelRatio() const;
     Place placeNow() const;
+    /// What the next pictures are for.
+    Place nextPlace() const;
+    FrameGeometry geometryOf(const Place &place) const;
+    bool isOnOutput() const;
+    bool mayDraw();
     void contentChanged();
     void repaintNow();
     bool drawFrame();
@@ -75,6 +80,7 @@ private:
     double m_margin = 24; // item units
     QTimer m_pause;       // until the next repaint may come
     bool m_isDirty = false;
+    int m_waits = 0;   // for sprites
     QTimer m_resizing; // until the size counts as final
     bool m_isShown = false;
 

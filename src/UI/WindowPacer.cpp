@@ -32,7 +32,15 @@ WindowPacer::WindowPacer(QQuickWindow &window, std::function<bool()> isOutputRun
 
 bool WindowPacer::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched != &m_window || event->type() != QEvent::UpdateRequest)
+    if (watched != &m_window)
+        return false;
+    // An open window that has another size, or was covered, is painted at once, and the main thread
+    // waits until it is. On output it is only one more repaint.
+    if (event->type() == QEvent::Paint && m_isOutputRunning()) {
+        m_window.update();
+        return true;
+    }
+    if (event->type() != QEvent::UpdateRequest)
         return false;
     if (m_pause.isActive() || m_patience.isActive()) {
         m_isHeldBack = true;

@@ -60,7 +60,8 @@ FramePath::Result FramePath::render(const CanvasDocument &document, const FrameG
         return frames();
     if (!isSame && !setUp(geometry, color, targets))
         return tl::unexpected(RenderEngineError::bitmapCreationFailed);
-    m_damage.clear();
+    if (!std::exchange(m_isPreparing, false))
+        m_damage.clear();
     // What was set up anew has not been composed at all, the frame that is scaled not even once.
     if (!isSame || !m_scene.isFor(document, geometry))
         m_damage.addAll();
@@ -77,6 +78,15 @@ FramePath::Result FramePath::render(const CanvasDocument &document, const FrameG
         return tl::unexpected(RenderEngineError::bitmapCreationFailed);
     }
     return frames();
+}
+
+bool FramePath::prepare(const CanvasDocument &document, const FrameGeometry &geometry)
+{
+    if (!std::exchange(m_isPreparing, true))
+        m_damage.clear();
+    if (!m_scene.isFor(document, geometry))
+        m_damage.addAll();
+    return m_scene.prepare(document, geometry, m_damage);
 }
 
 // Before the work is shared: a thread may have its first piece in any later frame.

@@ -36,6 +36,9 @@ public:
     /// After a frame that leaves time: the sprites of layers that are not seen yet, so that a take
     /// finds them. They are made beside this thread.
     void prepareHidden() { m_scene.prepareHidden(); }
+    /// True when `render` would find all that is seen as sprites. What is missing is being made
+    /// beside this thread: ask again.
+    [[nodiscard]] bool prepare(const CanvasDocument &document, const FrameGeometry &geometry);
     /// `render` for a geometry of one's own: an upright canvas at the size of a view.
     Result render(const CanvasDocument &document, const FrameGeometry &geometry,
                   const std::optional<QColor> &background, std::span<const FrameTarget> targets);
@@ -82,6 +85,7 @@ private:
     FrameGeometry m_geometry;
     quint32 m_background = 0; // premultiplied
     TileDamage m_damage;      // of one frame
+    bool m_isPreparing = false;
     std::vector<Output> m_outputs;
     TileDamage m_stale; // of all outputs together
     Destinations m_destinations;

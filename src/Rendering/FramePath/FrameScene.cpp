@@ -3,6 +3,8 @@
 #include "Models/CanvasDocument.h"
 #include "Rendering/LayerDrawing.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
 #include <cmath>
 
@@ -11,6 +13,7 @@ namespace tessara {
 namespace {
 
 constexpr double longestSlide = 140; // canvas units
+constexpr int longestOrdering = 2;   // ms that outlines may take of the caller's time
 
 QRect frameRect(const FrameGeometry &geometry)
 {
@@ -117,28 +120,31 @@ bool FrameScene::isUpToDate(const CanvasDocument &document, const FrameGeometry 
     return !m_isStale && isFor(document, geometry);
 }
 
-void FrameScene::update(const CanvasDocument &document, const FrameGeometry &geometry,
+void FrameScene::follow(const CanvasDocument &document, const FrameGeometry &geometry,
                         TileDamage &damage)
 {
-    if (isUpToDate(document, geometry))
-        return;
     if (m_document != &document)
         watch(document);
     if (!(m_geometry == geometry)) {
         m_geometry = geometry;
         markAll();
     }
-    ++m_updates;
-    m_mayPrepare = true;
     if (m_isOrderStale)
         syncOrder(damage);
+}
+
+void FrameScene::update(const CanvasDocument &document, const FrameGeometry &geometry,
+                        TileDamage &damage)
+{
+    if (isUpToDate(document, geometry))
+        return;
+    follow(document, geometry, damage);
+    ++m_updates;
+    m_mayPrepare = true;
     for (const auto &layer : m_layers) {
         if (!layer->isStateStale)
             continue;
-        layer->opacity = runOpacity(document, layer->item);
-        const QPointF slide = slideOf(*layer);
-        if (layer->opacity > 0 && !isComplete(*layer, slide))
-            rebuildParts(*layer, slide);
+        rebuildSeen(*layer);
         if (layer->opacity > 0)
             layer->lastSeen = m_updates;
     }
@@ -151,6 +157,41 @@ void FrameScene::update(const CanvasDocument &document, const FrameGeometry &geo
         m_items.insert(m_items.end(), layer->items.begin(), layer->items.end());
     }
     m_isStale = false;
+}
+
+bool FrameScene::prepare(const CanvasDocument &document, const FrameGeometry &geometry,
+                         TileDamage &damage)
+{
+    if (isUpToDate(document, geometry))
+        return true;
+    follow(document, geometry, damage);
+    takePrepared();
+    if (!m_maker.isIdle())
+        return false;
+    QElapsedTimer time;
+    time.start();
+    bool isPrepared = true;
+    for (const auto &layer : m_layers) {
+        if (!layer->isStateStale || !rebuildSeen(*layer))
+            continue;
+        isPrepared = isPrepared && m_rasters.empty();
+        if (time.elapsed() >= longestOrdering) {
+            isPrepared = false;
+            break;
+        }
+    }
+    orderRasters();
+    return isPrepared;
+}
+
+bool FrameScene::rebuildSeen(SceneLayer &layer)
+{
+    layer.opacity = runOpacity(*m_document, layer.item);
+    const QPointF slide = slideOf(layer);
+    if (layer.opacity <= 0 || isComplete(layer, slide))
+        return false;
+    rebuildParts(layer, slide);
+    return true;
 }
 
 // Whoever keeps its neighbours on both ends of the order keeps its place; the others are taken off
@@ -287,6 +328,11 @@ void FrameScene::prepareHidden()
     if (!m_mayPrepare)
         return;
     rebuildParts(**next, QPointF());
+    orderRasters();
+}
+
+void FrameScene::orderRasters()
+{
     std::vector<SpriteMaker::Order> orders;
     for (Raster &raster : m_rasters) {
         orders.push_back({std::move(raster.primitive), m_geometry.canvasToDevice, raster.area});

@@ -41,6 +41,9 @@ public:
     /// which is of the geometry's size. With another document or another geometry the caller takes
     /// the whole frame for damaged.
     void update(const CanvasDocument &document, const FrameGeometry &geometry, TileDamage &damage);
+    /// Has the sprites made, beside this thread, that the update would lack; false as long as there
+    /// are any. The damage is that of the update to come.
+    bool prepare(const CanvasDocument &document, const FrameGeometry &geometry, TileDamage &damage);
     /// Nothing has changed since the last update; only then is there nothing to do.
     bool isUpToDate(const CanvasDocument &document, const FrameGeometry &geometry) const;
     /// The last update was for these, whatever has changed since.
@@ -97,6 +100,10 @@ private:
     using Layers = std::vector<std::unique_ptr<SceneLayer>>;
 
     void watch(const CanvasDocument &document);
+    void follow(const CanvasDocument &document, const FrameGeometry &geometry, TileDamage &damage);
+    /// False where it isn't seen, or is as it is to be.
+    bool rebuildSeen(SceneLayer &layer);
+    void orderRasters();
     void markAll();
     void syncOrder(TileDamage &damage);
     QPointF slideOf(const SceneLayer &layer) const;

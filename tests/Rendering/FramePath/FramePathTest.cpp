@@ -8,6 +8,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <thread>
 
 namespace tessara {
 namespace {
@@ -48,6 +49,13 @@ protected:
         return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
     }
 
+    void prepare()
+    {
+        while (!path.prepare(document, atRest))
+            std::this_thread::yield();
+    }
+
+    FrameGeometry atRest{canvas, QTransform(), DrawingStyle::frame};
     FrameTarget plain = frameTarget(FrameContent::fill, FrameFormat::bgra, canvas);
     std::optional<QColor> background;
     FramePath path{2};
@@ -381,6 +389,53 @@ TEST_F(FramePathTest, GoesBetweenDocuments)
         EXPECT_EQ(frame(), reference());
         EXPECT_EQ((*path.render(other, {}, {&plain, 1}))[0], ofOther);
     }
+}
+
+TEST_F(FramePathTest, IsPreparedWhenNoSpriteIsMissing)
+{
+    EXPECT_TRUE(path.prepare(document, atRest));
+    addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    addText("Title", {30, 20});
+    EXPECT_FALSE(path.prepare(document, atRest));
+
+    prepare();
+
+    EXPECT_TRUE(path.prepare(document, atRest));
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePathTest, ShowsAllThatHasChangedSinceAndWhileItWasPrepared)
+{
+    ShapeLayer *first = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    ShapeLayer *second = addShape(ShapeKind::rectangle, {50, 30, 80, 60}, {0, 0, 1, 1});
+    TextLayer *text = addText("Title", {30, 20});
+    frame();
+
+    text->setText("Another");
+    document.removeLayer(first->id());
+    EXPECT_FALSE(path.prepare(document, atRest));
+    document.moveLayer(second->id(), {120, 40});
+    prepare();
+
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePathTest, IsPreparedForOneGeometryAndRendersAnother)
+{
+    addText("Title", {30, 20});
+    addPicture(noise({64, 64}), {20, 10, 100, 60});
+    frame();
+    const FrameGeometry larger{canvas * 2, QTransform::fromScale(2, 2), DrawingStyle::canvas};
+
+    EXPECT_FALSE(path.prepare(document, larger));
+
+    EXPECT_EQ(frame(), reference());
+    const FrameTarget target = frameTarget(FrameContent::fill, FrameFormat::bgra, larger.pixels);
+    while (!path.prepare(document, larger))
+        std::this_thread::yield();
+    FramePath other(1);
+    EXPECT_EQ((*path.render(document, larger, {}, {&target, 1}))[0],
+              (*other.render(document, larger, {}, {&target, 1}))[0]);
 }
 
 // Half of the range at the most, and nothing away from the edges: see Tolerance.

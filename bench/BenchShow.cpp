@@ -24,57 +24,13 @@ Picture testPicture(int index)
 
 } // namespace
 
-TextPreset scaledPreset(TextPreset preset, double scale)
-{
-    for (PresetRectEntry &rect : preset.rects) {
-        rect.position *= scale;
-        rect.size *= scale;
-        rect.cornerRadius *= scale;
-    }
-    for (PresetImageEntry &image : preset.images) {
-        image.position *= scale;
-        image.size *= scale;
-        image.maskPadding = image.maskPadding.value_or(0) * scale;
-    }
-    for (TextPresetEntry &text : preset.entries) {
-        text.position *= scale;
-        text.fontSize *= scale;
-        if (text.textBoxSize)
-            *text.textBoxSize *= scale;
-    }
-    return preset;
-}
-
 BenchShow::BenchShow(QSizeF canvas, const ShowFiles &files)
     : m_document(m_clock, canvas)
     , m_scale(canvas.width() / 1920)
 {
-    if (files.preset)
-        m_document.addTextPreset(scaledPreset(*files.preset, m_scale));
-    for (const Macro &macro : files.macros)
-        addLayersOf(macro);
-    if (m_document.layerOrder().isEmpty())
+    files.addTo(m_document, m_scale);
+    if (files.isEmpty())
         addGeneratedShow();
-}
-
-void BenchShow::addLayersOf(const Macro &macro)
-{
-    for (const MacroStep &step : macro.steps) {
-        const auto *add = std::get_if<AddLayer>(&step.kind);
-        if (!add)
-            continue;
-        m_document.createLayerFromMacro(add->layerID, add->layerType, add->props);
-        Layer *layer = m_document.layer(add->layerID);
-        if (!layer)
-            continue;
-        layer->setPosition(layer->position() * m_scale);
-        if (auto *sized = qobject_cast<SizedLayer *>(layer))
-            sized->setSize(sized->size() * m_scale);
-        if (auto *countdown = qobject_cast<CountdownLayer *>(layer))
-            countdown->setFontSize(countdown->fontSize() * m_scale);
-        if (auto *text = qobject_cast<TextLayer *>(layer))
-            text->setFontSize(text->fontSize() * m_scale);
-    }
 }
 
 void BenchShow::addGeneratedShow()

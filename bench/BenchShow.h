@@ -2,20 +2,9 @@
 #pragma once
 
 #include "Base/ManualClock.h"
-#include "Core/Macros/Macro.h"
-#include "Models/CanvasDocument.h"
+#include "bench/ShowFiles.h"
 
 namespace tessara {
-
-/// A show from files, drawn for a canvas 1920 wide.
-struct ShowFiles
-{
-    std::optional<TextPreset> preset;
-    QList<Macro> macros; // for the layers that they add
-};
-
-/// The same preset on a canvas larger by `scale`.
-TextPreset scaledPreset(TextPreset preset, double scale);
 
 /// The show of the files or, without any, one of 40 layers: titles in several scripts, pictures
 /// with and without masks, shapes and countdowns, spread over the canvas as a full show does. It is
@@ -28,7 +17,6 @@ public:
     CanvasDocument &document() { return m_document; }
 
 private:
-    void addLayersOf(const Macro &macro);
     void addGeneratedShow();
     void addTitles();
     void addPictures();

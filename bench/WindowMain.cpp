@@ -1,15 +1,15 @@
 // tessara-bench-window: how steadily frames leave while the window is open.
 #include <QCommandLineParser>
-#include <QFile>
 #include <QGuiApplication>
+#include <QMetaEnum>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include "Base/ProcessTuning.h"
 #include "Base/RealClock.h"
+#include "bench/ShowFiles.h"
 #include "Core/AppState.h"
 #include "Core/VirtualCardChannel.h"
 #include "DeckLink/VirtualCard.h"
-#include "Models/Presets/PresetFormat.h"
 #include "UI/RunlistWindowController.h"
 #include "UI/WindowEngine.h"
 #include "UI/Workspace.h"
@@ -24,8 +24,9 @@ using namespace tessara;
 
 struct Show
 {
-    int layers = 3;
-    int dissolving = 3; // of them, all at once
+    ShowFiles files;
+    int layers = 3;                // where no files give any
+    std::optional<int> dissolving; // the lowest of them, all at once; none for all
     bool restIsOnAir = false;
     Seconds length{60};
 };
@@ -58,25 +59,32 @@ QUuid addLayer(CanvasDocument &document, int index)
 
 void report(const AppState &app)
 {
-    const VirtualCardFrames frames = VirtualCard::find()->frames(0).value_or(VirtualCardFrames{});
-    std::printf("frames %lld, ticks lost %llu, interval p50 %.2f ms, p99 %.2f ms, max %.2f ms, "
-                "off by more than 4 ms %lld\n",
-                static_cast<long long>(frames.sent),
-                static_cast<unsigned long long>(app.missedTicks()), frames.intervals.p50 * 1000,
-                frames.intervals.p99 * 1000, frames.intervals.max * 1000,
-                static_cast<long long>(frames.intervals.offBeat));
+    for (int device : {0, 1}) {
+        const VirtualCardFrames frames =
+            VirtualCard::find()->frames(device).value_or(VirtualCardFrames{});
+        if (frames.sent == 0)
+            continue;
+        std::printf("device %d: frames %lld, interval p50 %.2f ms, p99 %.2f ms, max %.2f ms, "
+                    "off by more than 4 ms %lld (%.2f %%)\n",
+                    device, static_cast<long long>(frames.sent), frames.intervals.p50 * 1000,
+                    frames.intervals.p99 * 1000, frames.intervals.max * 1000,
+                    static_cast<long long>(frames.intervals.offBeat),
+                    double(frames.intervals.offBeat) / double(frames.sent) * 100);
+    }
+    std::printf("ticks lost %llu\n", static_cast<unsigned long long>(app.missedTicks()));
 }
 
 /// Takes layers in and out together, over and over, with the windows following.
 Task playShow(AppState &app, Show show)
 {
     CanvasDocument &document = *app.document();
-    QList<QUuid> dissolving;
-    for (int index = 0; index < show.layers; ++index) {
-        const QUuid id = addLayer(document, index);
-        if (dissolving.size() < show.dissolving)
-            dissolving.append(id);
-        else if (!show.restIsOnAir)
+    show.files.addTo(document);
+    for (int index = 0; show.files.isEmpty() && index < show.layers; ++index)
+        addLayer(document, index);
+    const QList<QUuid> layers = document.layerOrder();
+    const QList<QUuid> dissolving = layers.mid(0, show.dissolving.value_or(int(layers.size())));
+    for (const QUuid &id : layers.mid(dissolving.size())) {
+        if (!show.restIsOnAir)
             document.setLayerHidden(id, true);
     }
     const bool windowsAreReady = co_await app.clock().sleep(std::chrono::seconds{2});
@@ -127,18 +135,6 @@ Task resizeWindow(Clock &clock, QWindow *window)
     }
 }
 
-/// False if there is no preset in the file.
-bool addPreset(CanvasDocument &document, const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const auto preset = decodePreset(file.readAll());
-    if (preset)
-        document.addTextPreset(*preset);
-    return preset.has_value();
-}
-
 /// By the name that the pickers show it under; false for one that no card offers.
 bool chooseMode(AppState &app, const QString &name)
 {
@@ -149,6 +145,16 @@ bool chooseMode(AppState &app, const QString &name)
         }
     }
     return false;
+}
+
+bool chooseRouting(AppState &app, const QString &name)
+{
+    bool isKnown = false;
+    const int routing = QMetaEnum::fromType<DeckLinkOutputRouting>().keyToValue(
+        name.toLatin1().constData(), &isKnown);
+    if (isKnown)
+        app.setDeckLinkOutputRouting(DeckLinkOutputRouting(routing));
+    return isKnown;
 }
 
 } // namespace
@@ -167,8 +173,8 @@ int main(int argc, char **argv)
     const QCommandLineOption layers(QStringLiteral("layers"), QStringLiteral("of the show"),
                                     QStringLiteral("number"), QStringLiteral("3"));
     const QCommandLineOption dissolving(QStringLiteral("dissolving"),
-                                        QStringLiteral("of them all the time"),
-                                        QStringLiteral("number"), QStringLiteral("3"));
+                                        QStringLiteral("of them all the time; all by default"),
+                                        QStringLiteral("number"));
     const QCommandLineOption restOnAir(QStringLiteral("rest-on-air"),
                                        QStringLiteral("the other layers stand on air"));
     const QCommandLineOption mode(QStringLiteral("mode"), QStringLiteral("as the card names it"),
@@ -177,22 +183,26 @@ int main(int argc, char **argv)
                                      QStringLiteral("open the runlist as well"));
     const QCommandLineOption presets(QStringLiteral("presets"),
                                      QStringLiteral("browse the presets meanwhile"));
-    const QCommandLineOption preset(QStringLiteral("preset"),
-                                    QStringLiteral("its layers stand on air"),
+    const QCommandLineOption preset(QStringLiteral("preset"), QStringLiteral("show its layers"),
                                     QStringLiteral("file"));
+    const QCommandLineOption macros(QStringLiteral("macros"),
+                                    QStringLiteral("show the layers that they add as well"),
+                                    QStringLiteral("file"));
+    const QCommandLineOption routing(QStringLiteral("routing"),
+                                     QStringLiteral("as the show script names it"),
+                                     QStringLiteral("name"), QStringLiteral("fillOnly"));
     const QCommandLineOption resizing(QStringLiteral("resizing"),
                                       QStringLiteral("drag the window's edge meanwhile"));
-    parser.addOptions(
-        {data, seconds, layers, dissolving, restOnAir, mode, runlist, presets, preset, resizing});
+    parser.addOptions({data, seconds, layers, dissolving, restOnAir, mode, runlist, presets, preset,
+                       macros, routing, resizing});
     parser.process(application);
 
     const ApplicationSupport support =
         parser.isSet(data) ? ApplicationSupport(parser.value(data)) : ApplicationSupport();
     prepareVirtualCard(support, CardPace::realTime);
-    if (!VirtualCard::find()) {
-        std::fprintf(stderr, "the virtual card is not loaded\n");
-        return 2;
-    }
+    if (!VirtualCard::find())
+        refuse(QStringLiteral("the virtual card is not loaded"));
+    const ShowFiles files = ShowFiles::read(parser.value(preset), parser.value(macros));
     RealClock clock;
     AppState app(clock, support);
     Workspace workspace(app);
@@ -200,14 +210,10 @@ int main(int argc, char **argv)
     if (!engine.show(QStringLiteral("MainWindow"),
                      {{QStringLiteral("workspace"), QVariant::fromValue(&workspace)}}))
         return 1;
-    if (!chooseMode(app, parser.value(mode))) {
-        std::fprintf(stderr, "no mode of that name\n");
-        return 2;
-    }
-    if (parser.isSet(preset) && !addPreset(*app.document(), parser.value(preset))) {
-        std::fprintf(stderr, "no preset in that file\n");
-        return 2;
-    }
+    if (!chooseMode(app, parser.value(mode)))
+        refuse(QStringLiteral("no mode of that name"));
+    if (!chooseRouting(app, parser.value(routing)))
+        refuse(QStringLiteral("no routing of that name"));
     RunlistWindowController runlistWindow(engine, workspace);
     if (parser.isSet(runlist))
         runlistWindow.show();
@@ -220,8 +226,11 @@ int main(int argc, char **argv)
             browsing = browsePresets(clock, workspace, engine.rootObjects().first());
         if (parser.isSet(resizing))
             dragging = resizeWindow(clock, qobject_cast<QWindow *>(engine.rootObjects().first()));
-        show = playShow(app, {.layers = parser.value(layers).toInt(),
-                              .dissolving = parser.value(dissolving).toInt(),
+        show = playShow(app, {.files = files,
+                              .layers = parser.value(layers).toInt(),
+                              .dissolving = parser.isSet(dissolving)
+                                                ? std::optional(parser.value(dissolving).toInt())
+                                                : std::nullopt,
                               .restIsOnAir = parser.isSet(restOnAir),
                               .length = Seconds{parser.value(seconds).toDouble()}});
     });

@@ -1,13 +1,10 @@
 // tessara-bench-frame: what a frame costs, by the frame path and drawn from nothing.
 #include <QCommandLineParser>
-#include <QFile>
 #include <QGuiApplication>
 
 #include "Base/ProcessTuning.h"
 #include "bench/FrameBench.h"
 #include "bench/MachineLoad.h"
-#include "Core/Macros/MacroFormat.h"
-#include "Models/Presets/PresetFormat.h"
 #include "Rendering/ApplicationFonts.h"
 
 #include <algorithm>
@@ -33,41 +30,6 @@ constexpr Chapter chapters[] = {
     {"preset", &benchPreset}, {"pixels", &benchPixels},
 };
 constexpr const char *memoryChapter = "memory";
-
-/// A call that can't be understood.
-[[noreturn]] void refuse(const QString &reason)
-{
-    std::fprintf(stderr, "%s\n", qPrintable(reason));
-    std::exit(2);
-}
-
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        refuse(QStringLiteral("%1: %2").arg(path, file.errorString()));
-    return file.readAll();
-}
-
-std::optional<TextPreset> presetOf(const QString &path)
-{
-    if (path.isEmpty())
-        return std::nullopt;
-    const auto preset = decodePreset(bytesOf(path));
-    if (!preset)
-        refuse(QStringLiteral("%1: no preset: %2").arg(path, preset.error()));
-    return *preset;
-}
-
-QList<Macro> macrosOf(const QString &path)
-{
-    if (path.isEmpty())
-        return {};
-    const std::optional<QList<Macro>> macros = decodeMacros(bytesOf(path));
-    if (!macros)
-        refuse(path + QStringLiteral(": no macros"));
-    return *macros;
-}
 
 struct Options
 {
@@ -179,8 +141,8 @@ int main(int argc, char **argv)
     const QGuiApplication application(argc, argv);
     const Options options;
     loadApplicationFonts();
-    ShowFiles show{presetOf(options.parser.value(options.preset)),
-                   macrosOf(options.parser.value(options.macros))};
+    ShowFiles show =
+        ShowFiles::read(options.parser.value(options.preset), options.parser.value(options.macros));
     if (options.parser.isSet(options.memoryOf))
         return runMemoryChild(options, std::move(show));
     BenchTable table;

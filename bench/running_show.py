@@ -3,7 +3,7 @@
 
 The layers of a preset, and those that macros add, go through the virtual card in real time, without a
 display. With --canvas-width the show is scaled to a larger canvas. It prints the intervals between
-frames, the ticks that were lost, and the memory of the program.
+frames, the ticks that were lost and when, what the main thread did, and the memory of the program.
 """
 import argparse
 import json
@@ -73,6 +73,29 @@ def build(show, options, data):
             show.wait(2)
 
 
+def main_thread(show):
+    """Seconds that the program's main thread has run, and that it has waited for a core."""
+    schedule = pathlib.Path(f"/proc/{show.process.pid}/schedstat").read_text().split()
+    return float(schedule[0]) / 1e9, float(schedule[1]) / 1e9
+
+
+def dissolve_in_and_out(show, layers, seconds):
+    dissolve = 0.4  # s
+    for layer in layers:
+        show.call("document.setRunDissolveDuration", dissolve, layer)
+    lost = 0
+    start = time.monotonic()
+    while time.monotonic() < start + seconds:
+        for layer in layers:
+            show.call("document.toggleCue", layer)
+        show.call("document.takeCues")
+        show.wait(dissolve + 0.05)
+        before, lost = lost, show.get("app.missedTicks")
+        if lost > before:
+            print(f"{lost - before} ticks lost before {time.monotonic() - start:.1f} s")
+    return time.monotonic() - start
+
+
 def report(show, seconds):
     for device in (0, 1):
         frames = show.call("card.frames", device)
@@ -106,19 +129,15 @@ def main():
         show.set("app.deckLinkOutputRouting", options.routing)
         build(show, options, data)
         layers = show.get("document.layerOrder")
-        dissolve = 0.4  # s
-        for layer in layers:
-            show.call("document.setRunDissolveDuration", dissolve, layer)
         print(f"{len(layers)} layers on {options.canvas_width} px, {options.mode}, "
               f"{options.routing}")
         show.call("app.startDeckLinkOutput")
-        start = time.monotonic()
-        while time.monotonic() < start + options.seconds:
-            for layer in layers:
-                show.call("document.toggleCue", layer)
-            show.call("document.takeCues")
-            show.wait(dissolve + 0.05)
-        report(show, time.monotonic() - start)
+        before = main_thread(show)
+        seconds = dissolve_in_and_out(show, layers, options.seconds)
+        ran, waited = (after - then for after, then in zip(main_thread(show), before))
+        report(show, seconds)
+        print(f"main thread: ran {ran / seconds * 100:.1f} % of the time, "
+              f"waited {waited * 1000:.0f} ms for a core")
         show.call("app.stopDeckLinkOutput")
 
 

@@ -36,6 +36,7 @@ void retireOldSegment(const std::string &name)
     shm_unlink(name.c_str());
 }
 
+// Populated, like the memory of a card: no frame waits for its pages.
 void *mapShared(const std::string &name, std::uint64_t size)
 {
     retireOldSegment(name);
@@ -45,7 +46,7 @@ void *mapShared(const std::string &name, std::uint64_t size)
     void *memory = MAP_FAILED;
     // Allocated at once: a full /dev/shm then shows here, and not as a signal on the first write.
     if (posix_fallocate(file, 0, off_t(size)) == 0)
-        memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+        memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_POPULATE, file, 0);
     close(file);
     if (memory == MAP_FAILED)
         shm_unlink(name.c_str());
@@ -60,7 +61,8 @@ bool SharedFrameWriter::map(const std::string &name, std::uint64_t size)
     void *memory = mapShared(name, size);
     if (memory == MAP_FAILED) {
         m_name.clear();
-        memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        memory = mmap(nullptr, size, PROT_READ | PROT_WRITE,
+                      MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
     }
     if (memory == MAP_FAILED)
         return false;

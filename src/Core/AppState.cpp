@@ -20,43 +20,6 @@ tl::expected<void, QString> started(DeckLinkManager &manager, DeckLinkStartMode 
     return tl::unexpected(manager.lastErrorMessage().value_or(QString()));
 }
 
-/// What a device takes of each frame, and how it is handed over.
-struct DeviceFrames
-{
-    FrameTarget target;
-    bool isInDeviceLayout = true;
-};
-
-tl::expected<DeviceFrames, QString> framesFor(DeckLinkManager &manager,
-                                              const DeckLinkDisplayMode &mode, FrameContent content)
-{
-    if (mode.width < 1 || mode.height < 1)
-        return tl::unexpected(text(DeckLinkFrameBufferError::contextCreationFailed));
-    const std::optional<DeckLinkBridge::FrameLayout> layout = manager.frameLayout(mode.width);
-    if (!layout)
-        return tl::unexpected(manager.lastErrorMessage().value_or(QString()));
-    const QSize size(mode.width, mode.height);
-    if (layout->rowBytes >= rowBytesOf(layout->format, mode.width))
-        return DeviceFrames{{content, layout->format, size, layout->rowBytes}};
-    // A device whose rows are too short for their pixels gets what fits.
-    const qsizetype rowBytes = rowBytesOf(FrameFormat::bgra, mode.width);
-    return DeviceFrames{{content, FrameFormat::bgra, size, rowBytes}, false};
-}
-
-/// An output that fails without a word is no reason to stop.
-tl::expected<void, QString> sent(DeckLinkManager &manager, const DeviceFrames &frames,
-                                 const FrameBytes &bytes)
-{
-    const QSize size = frames.target.size;
-    const bool isSent =
-        frames.isInDeviceLayout
-            ? manager.sendDeviceFrame(bytes, size.width(), size.height())
-            : manager.sendFrame({bytes, size.width(), size.height(), int(frames.target.rowBytes)});
-    if (isSent || !manager.lastErrorMessage())
-        return {};
-    return tl::unexpected(*manager.lastErrorMessage());
-}
-
 } // namespace
 
 AppState::AppState(Clock &clock, const ApplicationSupport &support,
@@ -127,6 +90,7 @@ void AppState::startDeckLinkOutput()
             setLastErrorMessage(outputs.error());
         return;
     }
+    composeAhead();
     m_outputLoop = std::make_unique<OutputLoop>(m_clock, outputRate(),
                                                 [this] { sendCurrentFrameToDeckLink(); });
     emit outputChanged();
@@ -210,8 +174,30 @@ bool AppState::hasKeyOutput() const
            && m_key.selectedMode();
 }
 
+// What the first frames would take from the beats that follow.
+void AppState::composeAhead()
+{
+    m_framePath.makeSprites(m_document);
+    if (const std::optional<DeckLinkDisplayMode> mode = m_fill.selectedMode())
+        composeFrames(*mode); // what fails here fails again when it is sent, and is told there
+}
+
 // One picture a tick, even for two devices; the fill goes out first.
 tl::expected<void, QString> AppState::sendFrames(const DeckLinkDisplayMode &mode)
+{
+    const tl::expected<ComposedFrames, QString> frames = composeFrames(mode);
+    if (!frames)
+        return tl::unexpected(frames.error());
+    const tl::expected<void, QString> sentFill = sent(m_fill, frames->fill, frames->bytes[0]);
+    if (!sentFill || m_routing != DeckLinkOutputRouting::keyAndFill)
+        return sentFill;
+    if (!frames->key)
+        return tl::unexpected(QStringLiteral("Key output is not running"));
+    return sent(m_key, *frames->key, frames->bytes[1]);
+}
+
+tl::expected<AppState::ComposedFrames, QString>
+AppState::composeFrames(const DeckLinkDisplayMode &mode)
 {
     const bool isGreen = m_routing == DeckLinkOutputRouting::greenScreen;
     const bool isMirrored = m_routing == DeckLinkOutputRouting::keyAndFillAB;
@@ -219,11 +205,12 @@ tl::expected<void, QString> AppState::sendFrames(const DeckLinkDisplayMode &mode
         m_fill, mode, isMirrored ? FrameContent::fillWithMirroredAlpha : FrameContent::fill);
     if (!fill)
         return tl::unexpected(fill.error());
-    tl::expected<DeviceFrames, QString> key = tl::unexpected(QString());
+    std::optional<DeviceFrames> key;
     if (hasKeyOutput()) {
-        key = framesFor(m_key, *m_key.selectedMode(), FrameContent::key);
-        if (!key)
-            return tl::unexpected(key.error());
+        const auto frames = framesFor(m_key, *m_key.selectedMode(), FrameContent::key);
+        if (!frames)
+            return tl::unexpected(frames.error());
+        key = *frames;
     }
     const std::array targets{fill->target, key ? key->target : FrameTarget()};
     const FramePath::Result frames =
@@ -231,12 +218,37 @@ tl::expected<void, QString> AppState::sendFrames(const DeckLinkDisplayMode &mode
                            std::span(targets).first(key ? 2 : 1));
     if (!frames)
         return tl::unexpected(text(frames.error()));
-    const tl::expected<void, QString> sentFill = sent(m_fill, *fill, (*frames)[0]);
-    if (!sentFill || m_routing != DeckLinkOutputRouting::keyAndFill)
-        return sentFill;
-    if (!key)
-        return tl::unexpected(QStringLiteral("Key output is not running"));
-    return sent(m_key, *key, (*frames)[1]);
+    return ComposedFrames{*fill, key, *frames};
+}
+
+tl::expected<AppState::DeviceFrames, QString>
+AppState::framesFor(DeckLinkManager &manager, const DeckLinkDisplayMode &mode, FrameContent content)
+{
+    if (mode.width < 1 || mode.height < 1)
+        return tl::unexpected(text(DeckLinkFrameBufferError::contextCreationFailed));
+    const std::optional<DeckLinkBridge::FrameLayout> layout = manager.frameLayout(mode.width);
+    if (!layout)
+        return tl::unexpected(manager.lastErrorMessage().value_or(QString()));
+    const QSize size(mode.width, mode.height);
+    if (layout->rowBytes >= rowBytesOf(layout->format, mode.width))
+        return DeviceFrames{{content, layout->format, size, layout->rowBytes}};
+    // A device whose rows are too short for their pixels gets what fits.
+    const qsizetype rowBytes = rowBytesOf(FrameFormat::bgra, mode.width);
+    return DeviceFrames{{content, FrameFormat::bgra, size, rowBytes}, false};
+}
+
+/// An output that fails without a word is no reason to stop.
+tl::expected<void, QString> AppState::sent(DeckLinkManager &manager, const DeviceFrames &frames,
+                                           const FrameBytes &bytes)
+{
+    const QSize size = frames.target.size;
+    const bool isSent =
+        frames.isInDeviceLayout
+            ? manager.sendDeviceFrame(bytes, size.width(), size.height())
+            : manager.sendFrame({bytes, size.width(), size.height(), int(frames.target.rowBytes)});
+    if (isSent || !manager.lastErrorMessage())
+        return {};
+    return tl::unexpected(*manager.lastErrorMessage());
 }
 
 void AppState::refreshDeckLinkDevices()

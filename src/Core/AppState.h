@@ -118,13 +118,32 @@ signals:
     void userTextPresetsChanged();
 
 private:
+    /// What a device takes of each frame, and how it is handed over.
+    struct DeviceFrames
+    {
+        FrameTarget target;
+        bool isInDeviceLayout = true;
+    };
+    struct ComposedFrames
+    {
+        DeviceFrames fill;
+        std::optional<DeviceFrames> key;
+        FramePath::Frames bytes;
+    };
+
     void report(const tl::expected<void, QString> &outcome);
     void watchManagers();
     tl::expected<void, QString> startManagers();
     tl::expected<void, QString> startKeyAndFill();
     double outputRate() const;
+    void composeAhead();
     void sendCurrentFrameToDeckLink();
     tl::expected<void, QString> sendFrames(const DeckLinkDisplayMode &mode);
+    tl::expected<ComposedFrames, QString> composeFrames(const DeckLinkDisplayMode &mode);
+    static tl::expected<DeviceFrames, QString>
+    framesFor(DeckLinkManager &manager, const DeckLinkDisplayMode &mode, FrameContent content);
+    static tl::expected<void, QString> sent(DeckLinkManager &manager, const DeviceFrames &frames,
+                                            const FrameBytes &bytes);
     bool hasKeyOutput() const;
 
     Clock &m_clock;

@@ -28,6 +28,13 @@ quint32 premultiplied(const std::optional<QColor> &background)
     return background ? background->rgba64().premultiplied().toArgb32() : 0;
 }
 
+tl::expected<FrameGeometry, RenderEngineError> geometryOf(const CanvasDocument &document)
+{
+    return frameSize(document.size()).map([&](const QSize &size) {
+        return FrameGeometry{size, frameTransform(document.size(), size), DrawingStyle::frame};
+    });
+}
+
 // Too little work to wake anybody for.
 constexpr qsizetype leastShared = 64 * 1024; // px
 
@@ -43,11 +50,10 @@ FramePath::Result FramePath::render(const CanvasDocument &document,
                                     const std::optional<QColor> &background,
                                     std::span<const FrameTarget> targets)
 {
-    const tl::expected<QSize, RenderEngineError> size = frameSize(document.size());
-    if (!size)
-        return tl::unexpected(size.error());
-    return render(document, {*size, frameTransform(document.size(), *size), DrawingStyle::frame},
-                  background, targets);
+    const tl::expected<FrameGeometry, RenderEngineError> geometry = geometryOf(document);
+    if (!geometry)
+        return tl::unexpected(geometry.error());
+    return render(document, *geometry, background, targets);
 }
 
 FramePath::Result FramePath::render(const CanvasDocument &document, const FrameGeometry &geometry,
@@ -82,11 +88,26 @@ FramePath::Result FramePath::render(const CanvasDocument &document, const FrameG
 
 bool FramePath::prepare(const CanvasDocument &document, const FrameGeometry &geometry)
 {
+    beginPreparing(document, geometry);
+    return m_scene.prepare(document, geometry, m_damage);
+}
+
+void FramePath::makeSprites(const CanvasDocument &document)
+{
+    const tl::expected<FrameGeometry, RenderEngineError> geometry = geometryOf(document);
+    if (!geometry)
+        return;
+    beginPreparing(document, *geometry);
+    m_scene.makeAll(document, *geometry, m_damage);
+}
+
+// What is damaged before the next frame is composed is that frame's damage.
+void FramePath::beginPreparing(const CanvasDocument &document, const FrameGeometry &geometry)
+{
     if (!std::exchange(m_isPreparing, true))
         m_damage.clear();
     if (!m_scene.isFor(document, geometry))
         m_damage.addAll();
-    return m_scene.prepare(document, geometry, m_damage);
 }
 
 // Before the work is shared: a thread may have its first piece in any later frame.

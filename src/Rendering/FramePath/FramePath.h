@@ -33,6 +33,9 @@ public:
     /// The frame of canvas size (fractions cut), as `RenderEngine::render` draws it.
     Result render(const CanvasDocument &document, const std::optional<QColor> &background,
                   std::span<const FrameTarget> targets);
+    /// Before frames are due: all sprites of the document, so that the first frames and takes find
+    /// them.
+    void makeSprites(const CanvasDocument &document);
     /// After a frame that leaves time: the sprites of layers that are not seen yet, so that a take
     /// finds them. They are made beside this thread.
     void prepareHidden() { m_scene.prepareHidden(); }
@@ -66,6 +69,7 @@ private:
     /// Where the rows of one pass go.
     using Destinations = std::vector<FrameOutput>;
 
+    void beginPreparing(const CanvasDocument &document, const FrameGeometry &geometry);
     bool isSetUpFor(const FrameGeometry &geometry, quint32 background,
                     std::span<const FrameTarget> targets) const;
     bool setUp(const FrameGeometry &geometry, quint32 background,

@@ -184,6 +184,27 @@ bool FrameScene::prepare(const CanvasDocument &document, const FrameGeometry &ge
     return isPrepared;
 }
 
+void FrameScene::makeAll(const CanvasDocument &document, const FrameGeometry &geometry,
+                         TileDamage &damage)
+{
+    constexpr std::size_t batch = 16; // sprites; more is more memory before any is given up
+    follow(document, geometry, damage);
+    takePrepared();
+    for (const auto &layer : m_layers) {
+        const bool isRebuilt = rebuildSeen(*layer);
+        if (!isRebuilt && isHiddenAndUnmade(layer))
+            rebuildParts(*layer, QPointF());
+        if (m_rasters.size() >= batch)
+            makeRasters();
+    }
+    makeRasters();
+}
+
+bool FrameScene::isHiddenAndUnmade(const std::unique_ptr<SceneLayer> &layer)
+{
+    return layer->opacity <= 0 && layer->isContentStale && !layer->isForgotten;
+}
+
 bool FrameScene::rebuildSeen(SceneLayer &layer)
 {
     layer.opacity = runOpacity(*m_document, layer.item);
@@ -321,9 +342,7 @@ void FrameScene::prepareHidden()
     takePrepared();
     if (!m_mayPrepare || !m_maker.isIdle())
         return;
-    const auto next = std::find_if(m_layers.begin(), m_layers.end(), [](const auto &layer) {
-        return layer->opacity <= 0 && layer->isContentStale && !layer->isForgotten;
-    });
+    const auto next = std::find_if(m_layers.begin(), m_layers.end(), &isHiddenAndUnmade);
     m_mayPrepare = next != m_layers.end();
     if (!m_mayPrepare)
         return;

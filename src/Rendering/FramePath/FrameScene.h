@@ -52,6 +52,9 @@ public:
         return m_document == &document && m_geometry == geometry;
     }
 
+    /// Makes all sprites of the document at once, those of hidden layers too, as far as there is
+    /// room for them. The damage is that of the update to come.
+    void makeAll(const CanvasDocument &document, const FrameGeometry &geometry, TileDamage &damage);
     /// Makes the sprites of a layer that isn't seen yet, beside this thread, so that a take finds
     /// them; one layer at a time, to be called once a frame after the update.
     void prepareHidden();
@@ -103,6 +106,7 @@ private:
     void follow(const CanvasDocument &document, const FrameGeometry &geometry, TileDamage &damage);
     /// False where it isn't seen, or is as it is to be.
     bool rebuildSeen(SceneLayer &layer);
+    static bool isHiddenAndUnmade(const std::unique_ptr<SceneLayer> &layer);
     void orderRasters();
     void markAll();
     void syncOrder(TileDamage &damage);

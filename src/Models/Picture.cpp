@@ -3,6 +3,8 @@
 #include <QBuffer>
 #include <QImageReader>
 
+#include <utility>
+
 namespace tessara {
 
 namespace {
@@ -10,11 +12,41 @@ namespace {
 constexpr int smallestLevel = 16;   // px; below it nothing is gained
 constexpr int largestMemory = 1200; // MB; the largest side squared, at four bytes a pixel
 
-QImage premultiplied(const QImage &image)
+QImage premultiplied(QImage image)
 {
-    QImage result = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage result = std::move(image).convertToFormat(QImage::Format_ARGB32_Premultiplied);
     result.setDevicePixelRatio(1);
     return result;
+}
+
+// Of two channels at a time, each with eight bits to spare.
+quint32 meanOf(quint32 one, quint32 two, quint32 three, quint32 four)
+{
+    constexpr quint32 channels = 0x00ff00ff;
+    constexpr quint32 half = 0x00020002;
+    const auto quarter = [](quint32 sum) { return (sum + half) >> 2 & channels; };
+    const quint32 low =
+        (one & channels) + (two & channels) + (three & channels) + (four & channels);
+    const quint32 high = (one >> 8 & channels) + (two >> 8 & channels) + (three >> 8 & channels)
+                         + (four >> 8 & channels);
+    return quarter(low) | quarter(high) << 8;
+}
+
+QImage halved(const QImage &image)
+{
+    const QSize size = image.size() / 2;
+    if (size * 2 != image.size())
+        return premultiplied(image.scaled(image.width() / 2, image.height() / 2,
+                                          Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    QImage half(size, image.format());
+    for (int y = 0; y < half.height() && !half.isNull(); ++y) {
+        const auto *upper = reinterpret_cast<const quint32 *>(image.constScanLine(2 * y));
+        const auto *lower = reinterpret_cast<const quint32 *>(image.constScanLine(2 * y + 1));
+        auto *mean = reinterpret_cast<quint32 *>(half.scanLine(y));
+        for (int x = 0; x < size.width(); ++x)
+            mean[x] = meanOf(upper[2 * x], upper[2 * x + 1], lower[2 * x], lower[2 * x + 1]);
+    }
+    return half;
 }
 
 bool isTooLarge(QSize size)
@@ -30,25 +62,25 @@ tl::expected<Picture, CanvasDocumentError> pictureFrom(QImageReader &reader)
     // Asked before decoding: a small file can claim a raster that no memory holds.
     if (isTooLarge(reader.size()))
         return tl::unexpected(CanvasDocumentError::invalidImage);
-    const QImage image = reader.read();
+    QImage image = reader.read();
     if (image.isNull() || isTooLarge(image.size()))
         return tl::unexpected(CanvasDocumentError::invalidImage);
-    return Picture(image);
+    // All readers set the fourth byte of such a pixel.
+    if (image.format() == QImage::Format_RGB32)
+        image.reinterpretAsFormat(QImage::Format_ARGB32_Premultiplied);
+    return Picture(std::move(image));
 }
 
 } // namespace
 
-Picture::Picture(const QImage &image)
+Picture::Picture(QImage image)
 {
     if (image.isNull())
         return;
-    m_levels.push_back(premultiplied(image));
+    m_levels.push_back(premultiplied(std::move(image)));
     while (m_levels.back().width() >= 2 * smallestLevel
-           && m_levels.back().height() >= 2 * smallestLevel) {
-        const QImage &last = m_levels.back();
-        m_levels.push_back(premultiplied(last.scaled(
-            last.width() / 2, last.height() / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)));
-    }
+           && m_levels.back().height() >= 2 * smallestLevel)
+        m_levels.push_back(halved(m_levels.back()));
 }
 
 tl::expected<Picture, CanvasDocumentError> Picture::load(const QString &path)

@@ -22,7 +22,7 @@ public:
     static constexpr int largestSide = 16384; // px
 
     Picture() = default;
-    explicit Picture(const QImage &image);
+    explicit Picture(QImage image);
 
     /// PNG, JPEG, WebP, SVG, GIF (its first frame), TIFF and BMP; turned upright as its camera
     /// says.

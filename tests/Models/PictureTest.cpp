@@ -49,6 +49,7 @@ TEST_F(PictureTest, EveryFormatOfTheTradeLoads)
         ASSERT_TRUE(picture) << name;
         EXPECT_EQ(picture->size(), QSize(40, 20)) << name;
         EXPECT_GT(picture->image().pixelColor(5, 10).red(), 200) << name;
+        EXPECT_EQ(picture->image().pixelColor(5, 10).alpha(), 255) << name;
     }
 }
 
@@ -122,6 +123,30 @@ TEST_F(PictureTest, ASideAtTheLimitLoads)
     ASSERT_TRUE(line.save(path("long.png")));
 
     EXPECT_TRUE(Picture::load(path("long.png")));
+}
+
+TEST_F(PictureTest, APixelOfTheNextLevelIsTheMeanOfFour)
+{
+    QImage image(32, 32, QImage::Format_ARGB32_Premultiplied);
+    image.fill(qRgba(10, 20, 30, 40));
+    image.setPixel(0, 0, qRgba(255, 255, 255, 255));
+    image.setPixel(1, 0, qRgba(255, 0, 255, 255));
+    image.setPixel(1, 1, qRgba(1, 2, 3, 255));
+    const QImage level = Picture(image).levelFor({16, 16});
+    ASSERT_EQ(level.size(), QSize(16, 16));
+    EXPECT_EQ(level.pixel(0, 0), qRgba(130, 69, 136, 201)); // halves go up
+    EXPECT_EQ(level.pixel(1, 0), qRgba(10, 20, 30, 40));
+}
+
+TEST_F(PictureTest, ALevelOfAnOddPictureStillReachesItsEdges)
+{
+    QImage image(65, 33, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::red);
+    QPainter(&image).fillRect(60, 0, 5, 33, Qt::blue);
+    const QImage level = Picture(image).levelFor({32, 16});
+    ASSERT_EQ(level.size(), QSize(32, 16));
+    EXPECT_EQ(level.pixelColor(31, 15), QColor(Qt::blue));
+    EXPECT_EQ(level.pixelColor(0, 0), QColor(Qt::red));
 }
 
 TEST_F(PictureTest, DrawnSmallItComesFromALevelThatIsNearInSize)

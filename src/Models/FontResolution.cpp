@@ -1,6 +1,9 @@
 #include "Models/FontResolution.h"
 
 #include <QFontDatabase>
+#include <QGuiApplication>
+#include <QHash>
+#include <QMutex>
 #include <QStringList>
 
 #include <cmath>
@@ -39,13 +42,60 @@ SizedFont makeFont(const QStringList &families, double size, QFont::Weight weigh
     return {face, drawn / whole};
 }
 
+/// Whether a family is there, from memory: the platform goes through all of its rules for each
+/// answer. Fonts that come later are noticed.
+class InstalledFamilies
+{
+public:
+    InstalledFamilies()
+    {
+        QObject::connect(qGuiApp, &QGuiApplication::fontDatabaseChanged, qGuiApp, [this] {
+            const QMutexLocker lock(&m_mutex);
+            m_answers.clear();
+            ++m_changes;
+        });
+    }
+
+    bool contains(const QString &family)
+    {
+        int changes = 0;
+        {
+            const QMutexLocker lock(&m_mutex);
+            const auto known = m_answers.constFind(family);
+            if (known != m_answers.constEnd())
+                return *known;
+            changes = m_changes;
+        }
+        const bool answer = QFontDatabase::hasFamily(family);
+        const QMutexLocker lock(&m_mutex);
+        if (m_answers.size() >= mostAnswers)
+            m_answers.clear();
+        if (changes == m_changes)
+            m_answers.insert(family, answer);
+        return answer;
+    }
+
+private:
+    static constexpr qsizetype mostAnswers = 1000; // to names, as somebody types them
+
+    QMutex m_mutex; // previews are drawn on a thread of their own
+    QHash<QString, bool> m_answers;
+    int m_changes = 0;
+};
+
+bool isInstalled(const QString &family)
+{
+    static InstalledFamilies families;
+    return families.contains(family);
+}
+
 std::optional<QString> installedFamily(const QString &family)
 {
-    if (QFontDatabase::hasFamily(family))
+    if (isInstalled(family))
         return family;
     const QString metricDouble = QStringLiteral("Liberation Sans");
     if (family.compare(QStringLiteral("Arial"), Qt::CaseInsensitive) == 0
-        && QFontDatabase::hasFamily(metricDouble))
+        && isInstalled(metricDouble))
         return metricDouble;
     return std::nullopt;
 }

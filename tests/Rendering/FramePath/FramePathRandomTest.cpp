@@ -12,6 +12,7 @@
 
 #include <deque>
 #include <iostream>
+#include <thread>
 
 namespace tessara {
 namespace {
@@ -113,9 +114,26 @@ protected:
         }
     }
 
+    /// Some frames find their sprites made, in one way or the other.
+    void makeAhead(RandomShow &show)
+    {
+        const CanvasDocument &document = show.document();
+        if (show.dice().chance(0.2))
+            path.makeSprites(document);
+        if (!show.dice().chance(0.1))
+            return;
+        const QSize size = *frameSize(document.size());
+        const FrameGeometry geometry{size, frameTransform(document.size(), size),
+                                     DrawingStyle::frame};
+        while (!path.prepare(document, geometry))
+            std::this_thread::yield();
+    }
+
     void checkTick(RandomShow &show)
     {
         const auto drawn = reference.render(show.document(), show.background());
+        if (drawn)
+            makeAhead(show);
         const FramePath::Result frames =
             path.render(show.document(), show.background(), show.targets());
         ASSERT_EQ(frames.has_value(), drawn.has_value());

@@ -404,6 +404,41 @@ TEST_F(FramePathTest, IsPreparedWhenNoSpriteIsMissing)
     EXPECT_EQ(frame(), reference());
 }
 
+TEST_F(FramePathTest, HasTheSpritesOfHiddenLayersAfterMakingAllOfThem)
+{
+    ShapeLayer *shape = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    addText("Title", {30, 20});
+    document.setLayerHidden(shape->id(), true);
+    document.setRunTransitionStyle(LayerRunTransitionStyle::cut, shape->id());
+    path.makeSprites(document);
+    EXPECT_EQ(frame(), reference());
+
+    document.setLayerHidden(shape->id(), false);
+    EXPECT_TRUE(path.prepare(document, atRest));
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePathTest, MakesAllSpritesAnewForAnotherCanvas)
+{
+    ShapeLayer *shape = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    frame();
+    document.setSize({300, 150});
+    document.moveLayer(shape->id(), {150, 20});
+    path.makeSprites(document);
+    document.moveLayer(shape->id(), {170, 30});
+    path.makeSprites(document);
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePathTest, MakesNoSpritesForACanvasThatCannotBeDrawn)
+{
+    addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    document.setSize({0, 100});
+    path.makeSprites(document);
+    document.setSize(canvas);
+    EXPECT_EQ(frame(), reference());
+}
+
 TEST_F(FramePathTest, ShowsAllThatHasChangedSinceAndWhileItWasPrepared)
 {
     ShapeLayer *first = addShape(ShapeKind::ellipse, {10, 10, 80, 80});

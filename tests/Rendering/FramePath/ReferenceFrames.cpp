@@ -85,7 +85,19 @@ QRect withinClip(const Primitive &primitive, const QTransform &toFrame, QPoint s
     const auto *picture = std::get_if<PlacedPicture>(&primitive.what);
     if (picture && picture->mask)
         clip &= (primitive.toCanvas * toFrame).mapRect(picture->mask->controlPointRect());
-    return clip.toAlignedRect().adjusted(2 * step.x(), 2 * step.y(), -2 * step.x(), -2 * step.y());
+    const QRect inner =
+        clip.toAlignedRect().adjusted(2 * step.x(), 2 * step.y(), -2 * step.x(), -2 * step.y());
+    return inner.isValid() ? inner : QRect(); // one turned inside out contains points, too
+}
+
+bool isThinPicture(const Primitive &primitive, const QTransform &toFrame)
+{
+    constexpr double thin = 2; // px
+    const auto *picture = std::get_if<PlacedPicture>(&primitive.what);
+    if (!picture)
+        return false;
+    const QSizeF drawn = (primitive.toCanvas * toFrame).mapRect(picture->box).size();
+    return std::min(drawn.width(), drawn.height()) < thin;
 }
 
 QRect reachOf(const Primitive &primitive, const QTransform &toFrame, QSize frame)
@@ -205,11 +217,12 @@ void Tolerance::addSliding(const Primitive &primitive, const QTransform &toFrame
     const int edge = int(std::ceil(std::min(255.0, bend))) + ofSlides + ofPictures;
     const QImage alone = drawnAlone(primitive, toFrame, frame);
     const QRect inner = withinClip(primitive, toFrame, step);
+    const bool isThin = isThinPicture(primitive, toFrame);
     const QRect reach = reachOf(primitive, toFrame, frame).intersected(alone.rect());
     for (int y = reach.top(); y <= reach.bottom(); ++y) {
         for (int x = reach.left(); x <= reach.right(); ++x) {
             const QPoint place(x, y);
-            if (!inner.contains(place) && isNearInk(alone, place, step))
+            if (isThin || (!inner.contains(place) && isNearInk(alone, place, step)))
                 at(place) += 255;
             else
                 at(place) += isFlat(alone, place, step) ? ofSlides : edge;

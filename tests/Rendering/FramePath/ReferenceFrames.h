@@ -42,7 +42,8 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 /// for the thinnest line at t = 1/2, and nothing where three neighbours along the slide are covered
 /// wholly or not at all. A picture of more than one pixel to a pixel of the frame changes faster by
 /// as much. The rectangle to which a score bar or a picture is cut moves by whole pixels: along its
-/// rim a column or row may be there or not.
+/// rim a column or row may be there or not. A picture less than two pixels wide or high lacks some
+/// of its rows or columns, others at each place: the painter finds none of their pixels.
 ///
 /// Where several primitives lie on each other, so do their tolerances.
 class Tolerance

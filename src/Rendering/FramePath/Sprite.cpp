@@ -301,8 +301,8 @@ void Sprite::addPicture(const Primitive &primitive, const QTransform &toDevice, 
     Builder builder(*this, Kind::picture, pixels);
     const int stripRows = std::max(1, int(stripPixels / pixels.width()));
     const std::optional<QPainterPath> &clip = picture.mask;
-    // What is soft in the whole must not look rectangular in a strip: a pixel beside and above it,
-    // at which nobody looks, is shown as well.
+    // What is soft in the whole must not look rectangular in a strip: a pixel above it, at which
+    // nobody looks, is shown as well.
     const bool hasSpot = clip && !looksRectangular(*clip, toDevice, area);
     const auto shownThrough = [&](QPainterPath path, QPoint spot) {
         if (hasSpot)
@@ -310,8 +310,7 @@ void Sprite::addPicture(const Primitive &primitive, const QTransform &toDevice, 
         return path;
     };
     const int above = hasSpot ? 1 : 0;
-    const int beside = hasSpot ? 2 : 0;
-    QImage strip(pixels.width() + beside, std::min(stripRows, pixels.height()) + above,
+    QImage strip(pixels.width(), std::min(stripRows, pixels.height()) + above,
                  QImage::Format_ARGB32_Premultiplied);
     for (int top = pixels.top(); top <= pixels.bottom(); top += stripRows) {
         strip.fill(Qt::transparent);
@@ -322,7 +321,7 @@ void Sprite::addPicture(const Primitive &primitive, const QTransform &toDevice, 
             const QRectF box = clip->controlPointRect();
             painter.setTransform(withoutHalves(toDevice, box.topLeft(), box.bottomRight())
                                  * toStrip);
-            painter.setClipPath(shownThrough(*clip, {pixels.right() + 2, top - 1}));
+            painter.setClipPath(shownThrough(*clip, {pixels.right(), top - 1}));
         }
         const QPointF corner = picture.box.topLeft();
         painter.setTransform(withoutHalves(toDevice, corner, corner) * toStrip);

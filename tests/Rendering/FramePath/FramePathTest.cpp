@@ -1,19 +1,16 @@
-#include "Rendering/FramePath/FramePath.h"
-
-#include "Rendering/FrameFixture.h"
-#include "Rendering/FramePath/ReferenceFrames.h"
+#include "Rendering/FramePath/FramePathFixture.h"
 
 #include <QCoreApplication>
 
 #include <cstring>
 #include <limits>
 #include <new>
-#include <thread>
 
 namespace tessara {
 namespace {
 
-constexpr QSize canvas(200, 100);
+using FramePathTest = FramePathFixture;
+
 const QColor green(0, 255, 0);
 
 QImage noise(QSize size)
@@ -25,41 +22,6 @@ QImage noise(QSize size)
     }
     return image;
 }
-
-class FramePathTest : public FrameTest
-{
-protected:
-    FrameBytes frame(const FrameTarget &target)
-    {
-        const FramePath::Result frames = path.render(document, background, {&target, 1});
-        EXPECT_TRUE(frames.has_value());
-        return frames ? (*frames)[0] : FrameBytes();
-    }
-    FrameBytes frame() { return frame(plain); }
-
-    FrameBytes reference(const FrameTarget &target) const
-    {
-        return referenceBytes(render(background), target);
-    }
-    FrameBytes reference() const { return reference(plain); }
-
-    /// The bytes that are there now, however they are written later.
-    static QByteArray copyOf(const FrameBytes &bytes)
-    {
-        return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
-    }
-
-    void prepare()
-    {
-        while (!path.prepare(document, atRest))
-            std::this_thread::yield();
-    }
-
-    FrameGeometry atRest{canvas, QTransform(), DrawingStyle::frame};
-    FrameTarget plain = frameTarget(FrameContent::fill, FrameFormat::bgra, canvas);
-    std::optional<QColor> background;
-    FramePath path{2};
-};
 
 TEST_F(FramePathTest, IsTransparentForAnEmptyDocument)
 {
@@ -85,27 +47,6 @@ TEST_F(FramePathTest, TakesAnotherBackgroundAtOnce)
         background = next;
         EXPECT_EQ(frame(), reference());
     }
-}
-
-TEST_F(FramePathTest, HandsOutTheSameFrameWhileNothingChanges)
-{
-    addShape(ShapeKind::star, {10, 10, 80, 80});
-    const FrameBytes first = frame();
-
-    const FrameBytes second = frame();
-
-    EXPECT_EQ(second.data(), first.data());
-}
-
-TEST_F(FramePathTest, HandsOutTheSameFrameForAChangeThatShowsNowhere)
-{
-    ShapeLayer *shape = addShape(ShapeKind::star, {10, 10, 80, 80});
-    const FrameBytes first = frame();
-
-    shape->setName("Another");
-    shape->setIsLocked(true);
-
-    EXPECT_EQ(frame().data(), first.data());
 }
 
 TEST_F(FramePathTest, ShowsEachChangeOfALayer)
@@ -209,76 +150,6 @@ TEST_F(FramePathTest, MovesALayerByWholePixelsWithoutATrace)
         shape->setPosition(shape->position() + move);
         picture->setPosition(picture->position() - move);
         EXPECT_EQ(frame(), reference());
-    }
-}
-
-TEST_F(FramePathTest, NeverWritesAFrameThatIsHeld)
-{
-    ShapeLayer *shape = addShape(ShapeKind::star, {10, 10, 60, 60});
-    std::vector<FrameBytes> held;
-    std::vector<QByteArray> copies;
-
-    for (int tick = 0; tick < 12; ++tick) {
-        shape->setPosition({10.0 + tick, 10});
-        held.push_back(frame());
-        copies.push_back(copyOf(held.back()));
-    }
-
-    for (std::size_t index = 0; index < held.size(); ++index)
-        EXPECT_EQ(copyOf(held[index]), copies[index]) << index;
-}
-
-TEST_F(FramePathTest, WritesAFrameAgainThatNobodyHolds)
-{
-    ShapeLayer *shape = addShape(ShapeKind::star, {10, 10, 60, 60});
-    const quint8 *first = frame().data();
-
-    shape->setPosition({20, 10});
-
-    EXPECT_EQ(frame().data(), first);
-}
-
-// Whoever comes back late has missed more than the last change.
-TEST_F(FramePathTest, BringsAFrameUpToDateThatWasAwayForLong)
-{
-    ShapeLayer *left = addShape(ShapeKind::rectangle, {0, 0, 20, 20});
-    ShapeLayer *right = addShape(ShapeKind::rectangle, {150, 60, 20, 20});
-    FrameBytes away = frame();
-    const quint8 *place = away.data();
-    left->setPosition({30, 0});
-    FrameBytes other = frame();
-    right->setPosition({150, 10});
-    other = frame();
-
-    away = {};
-    left->setColor({0, 1, 0, 1});
-    FrameBytes next = frame();
-    left->setColor({0, 0, 1, 1});
-    next = frame();
-
-    EXPECT_EQ(next, reference());
-    other = {};
-    right->setColor({0, 1, 1, 1});
-    EXPECT_EQ(frame(), reference());
-    EXPECT_NE(place, nullptr);
-}
-
-TEST_F(FramePathTest, LeavesTheBytesBeyondARowsPixelsAtZero)
-{
-    background = green;
-    addShape(ShapeKind::rectangle, {-10, -10, 500, 500});
-    using enum FrameContent;
-    using enum FrameFormat;
-    for (const FrameContent content : {fill, fillWithMirroredAlpha, key}) {
-        for (const FrameFormat format : {bgra, argb, yuv}) {
-            const FrameTarget target = frameTarget(content, format, canvas, 52);
-            EXPECT_EQ(frame(target), reference(target));
-            const FrameBytes shown = frame(target);
-            for (int y = 0; y < canvas.height(); ++y) {
-                const quint8 *end = shown.data() + (y + 1) * target.rowBytes;
-                ASSERT_TRUE(std::all_of(end - 52, end, [](quint8 byte) { return byte == 0; }));
-            }
-        }
     }
 }
 
@@ -389,88 +260,6 @@ TEST_F(FramePathTest, GoesBetweenDocuments)
         EXPECT_EQ(frame(), reference());
         EXPECT_EQ((*path.render(other, {}, {&plain, 1}))[0], ofOther);
     }
-}
-
-TEST_F(FramePathTest, IsPreparedWhenNoSpriteIsMissing)
-{
-    EXPECT_TRUE(path.prepare(document, atRest));
-    addShape(ShapeKind::ellipse, {10, 10, 80, 80});
-    addText("Title", {30, 20});
-    EXPECT_FALSE(path.prepare(document, atRest));
-
-    prepare();
-
-    EXPECT_TRUE(path.prepare(document, atRest));
-    EXPECT_EQ(frame(), reference());
-}
-
-TEST_F(FramePathTest, HasTheSpritesOfHiddenLayersAfterMakingAllOfThem)
-{
-    ShapeLayer *shape = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
-    addText("Title", {30, 20});
-    document.setLayerHidden(shape->id(), true);
-    document.setRunTransitionStyle(LayerRunTransitionStyle::cut, shape->id());
-    path.makeSprites(document);
-    EXPECT_EQ(frame(), reference());
-
-    document.setLayerHidden(shape->id(), false);
-    EXPECT_TRUE(path.prepare(document, atRest));
-    EXPECT_EQ(frame(), reference());
-}
-
-TEST_F(FramePathTest, MakesAllSpritesAnewForAnotherCanvas)
-{
-    ShapeLayer *shape = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
-    frame();
-    document.setSize({300, 150});
-    document.moveLayer(shape->id(), {150, 20});
-    path.makeSprites(document);
-    document.moveLayer(shape->id(), {170, 30});
-    path.makeSprites(document);
-    EXPECT_EQ(frame(), reference());
-}
-
-TEST_F(FramePathTest, MakesNoSpritesForACanvasThatCannotBeDrawn)
-{
-    addShape(ShapeKind::ellipse, {10, 10, 80, 80});
-    document.setSize({0, 100});
-    path.makeSprites(document);
-    document.setSize(canvas);
-    EXPECT_EQ(frame(), reference());
-}
-
-TEST_F(FramePathTest, ShowsAllThatHasChangedSinceAndWhileItWasPrepared)
-{
-    ShapeLayer *first = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
-    ShapeLayer *second = addShape(ShapeKind::rectangle, {50, 30, 80, 60}, {0, 0, 1, 1});
-    TextLayer *text = addText("Title", {30, 20});
-    frame();
-
-    text->setText("Another");
-    document.removeLayer(first->id());
-    EXPECT_FALSE(path.prepare(document, atRest));
-    document.moveLayer(second->id(), {120, 40});
-    prepare();
-
-    EXPECT_EQ(frame(), reference());
-}
-
-TEST_F(FramePathTest, IsPreparedForOneGeometryAndRendersAnother)
-{
-    addText("Title", {30, 20});
-    addPicture(noise({64, 64}), {20, 10, 100, 60});
-    frame();
-    const FrameGeometry larger{canvas * 2, QTransform::fromScale(2, 2), DrawingStyle::canvas};
-
-    EXPECT_FALSE(path.prepare(document, larger));
-
-    EXPECT_EQ(frame(), reference());
-    const FrameTarget target = frameTarget(FrameContent::fill, FrameFormat::bgra, larger.pixels);
-    while (!path.prepare(document, larger))
-        std::this_thread::yield();
-    FramePath other(1);
-    EXPECT_EQ((*path.render(document, larger, {}, {&target, 1}))[0],
-              (*other.render(document, larger, {}, {&target, 1}))[0]);
 }
 
 // Half of the range at the most, and nothing away from the edges: see Tolerance.

@@ -1,0 +1,101 @@
+#include "Rendering/FramePath/FramePathFixture.h"
+
+namespace tessara {
+namespace {
+
+using FramePreparationTest = FramePathFixture;
+
+QImage noise(QSize size)
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+            image.setPixel(x, y, qRgb(x * 37 % 256, y * 91 % 256, x * y % 256));
+    }
+    return image;
+}
+
+TEST_F(FramePreparationTest, IsPreparedWhenNoSpriteIsMissing)
+{
+    EXPECT_TRUE(path.prepare(document, atRest));
+    addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    addText("Title", {30, 20});
+    EXPECT_FALSE(path.prepare(document, atRest));
+
+    prepare();
+
+    EXPECT_TRUE(path.prepare(document, atRest));
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePreparationTest, HasTheSpritesOfHiddenLayersAfterMakingAllOfThem)
+{
+    ShapeLayer *shape = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    addText("Title", {30, 20});
+    document.setLayerHidden(shape->id(), true);
+    document.setRunTransitionStyle(LayerRunTransitionStyle::cut, shape->id());
+    path.makeSprites(document);
+    EXPECT_EQ(frame(), reference());
+
+    document.setLayerHidden(shape->id(), false);
+    EXPECT_TRUE(path.prepare(document, atRest));
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePreparationTest, MakesAllSpritesAnewForAnotherCanvas)
+{
+    ShapeLayer *shape = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    frame();
+    document.setSize({300, 150});
+    document.moveLayer(shape->id(), {150, 20});
+    path.makeSprites(document);
+    document.moveLayer(shape->id(), {170, 30});
+    path.makeSprites(document);
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePreparationTest, MakesNoSpritesForACanvasThatCannotBeDrawn)
+{
+    addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    document.setSize({0, 100});
+    path.makeSprites(document);
+    document.setSize(canvas);
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePreparationTest, ShowsAllThatHasChangedSinceAndWhileItWasPrepared)
+{
+    ShapeLayer *first = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    ShapeLayer *second = addShape(ShapeKind::rectangle, {50, 30, 80, 60}, {0, 0, 1, 1});
+    TextLayer *text = addText("Title", {30, 20});
+    frame();
+
+    text->setText("Another");
+    document.removeLayer(first->id());
+    EXPECT_FALSE(path.prepare(document, atRest));
+    document.moveLayer(second->id(), {120, 40});
+    prepare();
+
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePreparationTest, IsPreparedForOneGeometryAndRendersAnother)
+{
+    addText("Title", {30, 20});
+    addPicture(noise({64, 64}), {20, 10, 100, 60});
+    frame();
+    const FrameGeometry larger{canvas * 2, QTransform::fromScale(2, 2), DrawingStyle::canvas};
+
+    EXPECT_FALSE(path.prepare(document, larger));
+
+    EXPECT_EQ(frame(), reference());
+    const FrameTarget target = frameTarget(FrameContent::fill, FrameFormat::bgra, larger.pixels);
+    while (!path.prepare(document, larger))
+        std::this_thread::yield();
+    FramePath other(1);
+    EXPECT_EQ((*path.render(document, larger, {}, {&target, 1}))[0],
+              (*other.render(document, larger, {}, {&target, 1}))[0]);
+}
+
+} // namespace
+} // namespace tessara

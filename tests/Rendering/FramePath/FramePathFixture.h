@@ -35,6 +35,17 @@ protected:
         return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
     }
 
+    /// A picture of which no two neighbours are alike.
+    static QImage noise(QSize size)
+    {
+        QImage image(size, QImage::Format_ARGB32_Premultiplied);
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x)
+                image.setPixel(x, y, qRgb(x * 37 % 256, y * 91 % 256, x * y % 256));
+        }
+        return image;
+    }
+
     void prepare()
     {
         while (!path.prepare(document, atRest))

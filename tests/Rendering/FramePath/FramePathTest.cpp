@@ -13,16 +13,6 @@ using FramePathTest = FramePathFixture;
 
 const QColor green(0, 255, 0);
 
-QImage noise(QSize size)
-{
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    for (int y = 0; y < size.height(); ++y) {
-        for (int x = 0; x < size.width(); ++x)
-            image.setPixel(x, y, qRgb(x * 37 % 256, y * 91 % 256, x * y % 256));
-    }
-    return image;
-}
-
 TEST_F(FramePathTest, IsTransparentForAnEmptyDocument)
 {
     EXPECT_EQ(copyOf(frame()), QByteArray(200 * 100 * 4, 0));

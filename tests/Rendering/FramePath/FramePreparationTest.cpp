@@ -5,16 +5,6 @@ namespace {
 
 using FramePreparationTest = FramePathFixture;
 
-QImage noise(QSize size)
-{
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    for (int y = 0; y < size.height(); ++y) {
-        for (int x = 0; x < size.width(); ++x)
-            image.setPixel(x, y, qRgb(x * 37 % 256, y * 91 % 256, x * y % 256));
-    }
-    return image;
-}
-
 TEST_F(FramePreparationTest, IsPreparedWhenNoSpriteIsMissing)
 {
     EXPECT_TRUE(path.prepare(document, atRest));

@@ -37,6 +37,7 @@ void keepFreedMemory()
     constexpr int kept = 512 * 1024 * 1024;        // bytes
     mallopt(M_MMAP_THRESHOLD, largestFrame);
     mallopt(M_TRIM_THRESHOLD, kept);
+    mallopt(M_ARENA_MAX, 1); // what one thread has freed, another takes
 }
 
 } // namespace tessara

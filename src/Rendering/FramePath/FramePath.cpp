@@ -11,7 +11,7 @@ namespace {
 // What doesn't stay in the cache until it is written again goes past it: nobody here reads it.
 RowStores storesFor(qsizetype bytes)
 {
-    constexpr qsizetype large = 12 << 20; // bytes a frame
+    constexpr qsizetype large = 4 << 20; // bytes a frame
     return bytes > large ? RowStores::streaming : RowStores::plain;
 }
 

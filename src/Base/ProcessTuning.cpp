@@ -33,11 +33,10 @@ void resetThreadPriority()
 
 void keepFreedMemory()
 {
-    constexpr int largestFrame = 32 * 1024 * 1024; // bytes; the largest threshold that glibc takes
-    constexpr int kept = 512 * 1024 * 1024;        // bytes
-    mallopt(M_MMAP_THRESHOLD, largestFrame);
+    constexpr int largest = 6 * 1024 * 1024; // bytes a piece
+    constexpr int kept = 512 * 1024 * 1024;  // bytes
+    mallopt(M_MMAP_THRESHOLD, largest);
     mallopt(M_TRIM_THRESHOLD, kept);
-    mallopt(M_ARENA_MAX, 1); // what one thread has freed, another takes
 }
 
 } // namespace tessara

@@ -14,8 +14,9 @@ void lowerThreadPriority();
 /// As an ordinary thread, whatever it inherited.
 void resetThreadPriority();
 
-/// Keeps freed memory for the next frame: a freshly mapped one costs more in page faults than many
-/// a frame does in drawing. To be called before the first frame.
+/// Keeps freed memory for the next frame: a freshly mapped piece costs more in page faults than
+/// many a frame does in drawing. Large pieces are given back: each thread would keep its own. To be
+/// called before the first frame.
 void keepFreedMemory();
 
 } // namespace tessara

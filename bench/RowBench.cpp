@@ -106,6 +106,9 @@ void addBlending()
         {"blendOpaquePictureAt",
          [](const RowKernels &kernels, quint32 *target, const quint32 *source, const quint8 *,
             qsizetype pixels) { kernels.blendOpaquePictureAt(target, source, 100, pixels); }},
+        {"blendPictureThrough",
+         [](const RowKernels &kernels, quint32 *target, const quint32 *source, const quint8 *mask,
+            qsizetype pixels) { kernels.blendPictureThrough(target, source, mask, 100, pixels); }},
         {"mixRows", [](const RowKernels &kernels, quint32 *target, const quint32 *source,
                        const quint8 *, qsizetype pixels) {
              const auto *first = reinterpret_cast<const quint8 *>(source);

@@ -1,6 +1,5 @@
 #include "Rendering/CoverageMask.h"
 
-#include <QImage>
 #include <QPainter>
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <optional>
 
 #include "Rendering/CoverageRaster.h"
+#include "Rendering/SparseImage.h"
 
 namespace tessara {
 
@@ -90,17 +90,26 @@ Picture emptyPicture(const QRect &pixels)
     return {pixels, std::vector<uchar>(std::size_t(pixels.width()) * std::size_t(pixels.height()))};
 }
 
-// `drawn` is what the painter has before it.
-Picture painted(const QPainterPath &path, const QTransform &toPixels, const QRect &pixels,
-                const QRect &drawn)
+// Where a painter may have its zero so that it rounds as from the frame's: halves of a 64th of a
+// pixel go away from it, and the frame's lies between what is negative and what isn't.
+int zeroFor(double begin, int firstPixel)
 {
-    QImage image(drawn.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
+    return std::min(firstPixel, begin < 0 ? 0 : int(begin));
+}
+
+Picture painted(const QPainterPath &path, const QTransform &toPixels, const QRect &pixels,
+                const QRectF &box)
+{
+    const QPoint zero(zeroFor(box.left(), pixels.left()), zeroFor(box.top(), pixels.top()));
+    const QRect drawn(zero, pixels.bottomRight());
+    SparseImage sparse(drawn.size(), QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&sparse.image());
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setTransform(toPixels * QTransform::fromTranslate(-drawn.left(), -drawn.top()));
+    painter.setClipRect(pixels.translated(-zero));
+    painter.setTransform(toPixels * QTransform::fromTranslate(-zero.x(), -zero.y()));
     painter.fillPath(path, Qt::white);
     painter.end();
+    const QImage &image = sparse.image();
     Picture picture = emptyPicture(pixels);
     for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
         const auto *source = reinterpret_cast<const QRgb *>(image.constScanLine(y - drawn.top()))
@@ -185,10 +194,7 @@ CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels
         const QRect pixels = box.intersected(clip).toAlignedRect().intersected(clip);
         if (pixels.isEmpty())
             return {};
-        // A painter rounds halves of a 64th of a pixel away from its own zero: what begins before
-        // that is drawn from there.
-        Picture picture =
-            painted(own, toPixels, pixels, QRectF(clip).contains(box) ? pixels : clip);
+        Picture picture = painted(own, toPixels, pixels, box);
         return maskOf(picture);
     }
     QRect pixels;

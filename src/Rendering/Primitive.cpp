@@ -35,6 +35,14 @@ QColor fadedColor(RGBAColor color, const Fading &fading, double runOpacity)
 
 } // namespace
 
+// However little it is stretched; sizes themselves are compared with a tolerance.
+bool isPixelForPixel(const PlacedPicture &picture, const QTransform &toDevice)
+{
+    return toDevice.type() <= QTransform::TxTranslate
+           && picture.box.width() == picture.image.width()
+           && picture.box.height() == picture.image.height();
+}
+
 QRect clipInPixels(const QRectF &clip, const QTransform &canvasToDevice)
 {
     constexpr double far = 1e6; // px; nobody draws so far out

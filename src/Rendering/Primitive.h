@@ -49,6 +49,10 @@ struct PlacedPicture
     std::optional<QPainterPath> mask{}; // where it shows
 };
 
+/// Whether a painter neither stretches a picture nor blends it between pixels: it goes to the
+/// whole pixel that is nearest to the corner of its box.
+bool isPixelForPixel(const PlacedPicture &picture, const QTransform &toDevice);
+
 /// One drawing operation of a layer, without its opacity.
 struct Primitive
 {

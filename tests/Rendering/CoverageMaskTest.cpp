@@ -128,6 +128,24 @@ TEST_F(CoverageMaskTest, AClipCutsAndChangesNothingElse)
     }
 }
 
+// A painter rounds halves of a 64th away from its zero, and a path that begins beside the clip has
+// its zero where the frame has it.
+TEST_F(CoverageMaskTest, WhatBeginsBesideTheClipIsRoundedAsInTheFrame)
+{
+    const QTransform halves = placed(20.0078125, 31.0234375); // 1/128 and 3/128
+    QPainterPath slanted;
+    slanted.addPolygon(QPolygonF({{-15, 3}, {60, 0}, {41, 77}, {-22, 50}, {-15, 3}}));
+    QPainterPath round;
+    round.addEllipse(QRectF(-40, -40, 100, 100));
+
+    for (const QPainterPath &path : {slanted, round}) {
+        const QImage whole = painted(path, halves);
+        for (const QRect clip : {QRect(25, 40, 40, 40), QRect(0, 0, 900, 500), QRect(20, 0, 9, 99)})
+            EXPECT_EQ(differingPixels(rasterizedPath(path, halves, clip), whole, clip), 0)
+                << clip.x() << ' ' << clip.y();
+    }
+}
+
 TEST_F(CoverageMaskTest, TheBoundsHoldNoBlankEdge)
 {
     const CoverageMask mask = rasterizedPath(title.fillPath(), placed(20.3, 31.7), canvas);

@@ -78,6 +78,13 @@ void blendPictureAt(quint32 *__restrict target, const quint32 *__restrict source
         target[x] = over(scale(source[x], quint32(opacity)), target[x]);
 }
 
+void blendPictureThrough(quint32 *__restrict target, const quint32 *__restrict source,
+                         const quint8 *__restrict mask, int opacity, qsizetype pixels)
+{
+    for (qsizetype x = 0; x < pixels; ++x)
+        target[x] = over(scale(source[x], mask[x] * quint32(opacity + 1) >> 8), target[x]);
+}
+
 void mixRows(quint8 *__restrict target, const quint8 *__restrict first,
              const quint8 *__restrict second, int weight, qsizetype bytes)
 {
@@ -92,8 +99,9 @@ void mixRows(quint8 *__restrict target, const quint8 *__restrict first,
 const RowKernels &plainRowKernels()
 {
     static constexpr RowKernels kernels{
-        fill,         blendSolid,     storeMask,      blendMask,      storePicture,
-        blendPicture, storePictureAt, blendPictureAt, blendPictureAt, mixRows};
+        fill,           blendSolid,          storeMask,      blendMask,
+        storePicture,   blendPicture,        storePictureAt, blendPictureAt,
+        blendPictureAt, blendPictureThrough, mixRows};
     return kernels;
 }
 

@@ -235,6 +235,18 @@ void blendOpaquePictureAt(quint32 *target, const quint32 *source, int opacity, q
     });
 }
 
+void blendPictureThrough(quint32 *target, const quint32 *source, const quint8 *mask, int opacity,
+                         qsizetype pixels)
+{
+    forCells(pixels, [&](auto d, qsizetype x) HWY_ATTR {
+        const LanesOf<decltype(d)> lanes;
+        const auto share = hn::Set(lanes, quint16(opacity + 1));
+        const auto factor = hn::ShiftLeft<8>(hn::MulHigh(loadMask(d, mask + x), share));
+        const auto above = scale(d, hn::LoadU(d, source + x), factor);
+        hn::StoreU(over(d, above, hn::LoadU(d, target + x)), d, target + x);
+    });
+}
+
 /// first * (256 - weight) + second * weight is 256 * first + (second - first) * weight, where the
 /// product may wrap round: the sum fits 16 bits.
 template <class D>
@@ -282,9 +294,16 @@ void mixRows(quint8 *target, const quint8 *first, const quint8 *second, int weig
 
 const RowKernels &kernels()
 {
-    static constexpr RowKernels kernels{fill,           blendSolid,     storeMask,
-                                        blendMask,      storePicture,   blendPicture,
-                                        storePictureAt, blendPictureAt, blendOpaquePictureAt,
+    static constexpr RowKernels kernels{fill,
+                                        blendSolid,
+                                        storeMask,
+                                        blendMask,
+                                        storePicture,
+                                        blendPicture,
+                                        storePictureAt,
+                                        blendPictureAt,
+                                        blendOpaquePictureAt,
+                                        blendPictureThrough,
                                         mixRows};
     return kernels;
 }

@@ -34,6 +34,10 @@ struct RowKernels
     /// The same result, faster, for a source whose every alpha is 255.
     void (*blendOpaquePictureAt)(quint32 *target, const quint32 *source, int opacity,
                                  qsizetype pixels);
+    /// Through a mask of a byte a pixel. A painter multiplies it with the opacity first, and cuts
+    /// the fraction: (mask * (opacity + 1)) >> 8 is what fades the pixel.
+    void (*blendPictureThrough)(quint32 *target, const quint32 *source, const quint8 *mask,
+                                int opacity, qsizetype pixels);
 
     /// Of every byte (first * (256 - weight) + second * weight + 128) >> 8: a row of pixels or of a
     /// mask between two others. `weight` is 0 to 256, `bytes` a positive multiple of 8.

@@ -34,17 +34,21 @@ QRectF reachOf(const Primitive &primitive, const QTransform &canvasToDevice)
     return reach & QRectF(-far, -far, 2 * far, 2 * far);
 }
 
-struct Slide
+// Nothing that is seen slides further.
+double limited(double pixels)
 {
-    int whole = 0;
-    int fraction = 0; // 256ths
-};
+    constexpr double far = 4e5;
+    return std::clamp(pixels, -far, far);
+}
 
-Slide slideFrom(double pixels)
+// The mask of a picture slides between pixels, whatever the picture does.
+std::optional<QPointF> cornerOf(const Primitive &primitive, const QTransform &toDevice)
 {
-    const double rounded = std::round(pixels * 256);
-    const auto all = int(std::clamp(rounded, -1e8, 1e8));
-    return {all >> 8, all & 255};
+    const auto *picture = std::get_if<PlacedPicture>(&primitive.what);
+    const QTransform boxToDevice = primitive.toCanvas * toDevice;
+    if (!picture || picture->mask || !isPixelForPixel(*picture, boxToDevice))
+        return std::nullopt;
+    return boxToDevice.map(picture->box.topLeft());
 }
 
 } // namespace
@@ -278,8 +282,9 @@ bool FrameScene::isComplete(const SceneLayer &layer, QPointF slide) const
 bool FrameScene::fits(const PlacedSprite &placed, const QRectF &reach, QPointF slide) const
 {
     const QRectF frame = frameRect(m_geometry);
-    const QPointF whole(std::floor(slide.x()), std::floor(slide.y()));
-    const QRectF seen = (frame.translated(-slide) | frame.translated(-whole)) & reach;
+    const QPointF low(std::floor(slide.x()), std::floor(slide.y()));
+    const QPointF high(std::ceil(slide.x()), std::ceil(slide.y()));
+    const QRectF seen = (frame.translated(-low) | frame.translated(-high)) & reach;
     if (seen.isEmpty())
         return true;
     if (slide.isNull() && !frame.contains(reach))
@@ -298,6 +303,7 @@ void FrameScene::rebuildParts(SceneLayer &layer, QPointF slide)
         const Primitive &primitive = primitives[index];
         Part &part = layer.parts[index];
         part.reach = reachOf(primitive, toDevice);
+        part.corner = cornerOf(primitive, toDevice);
         part.fading = primitive.fading;
         if (const auto *fill = std::get_if<FilledPath>(&primitive.what))
             part.color = fill->color;
@@ -407,10 +413,20 @@ void FrameScene::forgetHidden()
     }
 }
 
+FrameScene::Shift FrameScene::shiftOf(const Part &part, QPointF slide)
+{
+    const auto shift = [](double pixels) { return int(std::round(limited(pixels) * 256)); };
+    const auto step = [](double corner, double pixels) {
+        return int(std::round(corner + limited(pixels)) - std::round(corner));
+    };
+    if (part.corner)
+        return {{step(part.corner->x(), slide.x()), step(part.corner->y(), slide.y())}, {}};
+    const QPoint all(shift(slide.x()), shift(slide.y()));
+    return {{all.x() >> 8, all.y() >> 8}, {all.x() & 255, all.y() & 255}};
+}
+
 void FrameScene::rebuildItems(SceneLayer &layer, QPointF slide, TileDamage &damage)
 {
-    const Slide across = slideFrom(slide.x());
-    const Slide down = slideFrom(slide.y());
     std::size_t count = 0;
     const auto put = [&](const DrawItem &item) {
         if (count == layer.items.size()) {
@@ -430,10 +446,12 @@ void FrameScene::rebuildItems(SceneLayer &layer, QPointF slide, TileDamage &dama
                 part.color ? blendedColor(*part.color, part.fading, layer.opacity) : 0;
             const int opacity = part.color ? 255 : blendedOpacity(part.fading, layer.opacity);
             const bool isSeen = part.color ? color != 0 : opacity > 0;
-            if (isSeen && !bounds.isEmpty())
-                put({part.placed.sprite.get(), part.placed.sprite->serial(),
-                     bounds.translated(across.whole, down.whole), across.fraction, down.fraction,
-                     color, opacity});
+            if (!isSeen || bounds.isEmpty())
+                continue;
+            const Shift shift = shiftOf(part, slide);
+            put({part.placed.sprite.get(), part.placed.sprite->serial(),
+                 bounds.translated(shift.whole), shift.fraction.x(), shift.fraction.y(), color,
+                 opacity});
         }
     }
     for (std::size_t index = count; index < layer.items.size(); ++index)

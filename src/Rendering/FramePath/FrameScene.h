@@ -67,6 +67,7 @@ private:
     {
         PlacedSprite placed;
         QRectF reach;                   // px, what the primitive could cover
+        std::optional<QPointF> corner;  // px, of a picture that only goes to whole pixels
         std::optional<RGBAColor> color; // none for a picture
         Fading fading;
     };
@@ -111,6 +112,13 @@ private:
     void markAll();
     void syncOrder(TileDamage &damage);
     QPointF slideOf(const SceneLayer &layer) const;
+    /// How far a part has been slid from where its sprite is.
+    struct Shift
+    {
+        QPoint whole;    // px
+        QPoint fraction; // 256ths of a pixel more
+    };
+    static Shift shiftOf(const Part &part, QPointF slide);
     bool fits(const PlacedSprite &placed, const QRectF &reach, QPointF slide) const;
     bool isComplete(const SceneLayer &layer, QPointF slide) const;
     void rebuildParts(SceneLayer &layer, QPointF slide);

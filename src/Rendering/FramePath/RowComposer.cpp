@@ -105,6 +105,8 @@ bool RowComposer::storeFirst(const DrawItem &item, int y, int from, int to)
     if (runs.size() != 1)
         return false;
     const SpriteRun &run = runs.front();
+    if (run.isRim)
+        return false;
     const int left = item.place.left() + run.x;
     if (left > from || left + run.pixels < to)
         return false;
@@ -161,6 +163,11 @@ void RowComposer::blendRun(const DrawItem &item, const SpriteRun &run, int from,
         return;
     }
     const quint32 *source = pixelsOf(run.data) + skipped;
+    if (run.isRim) {
+        m_kernels.blendPictureThrough(target, source, run.coverage() + skipped, item.opacity,
+                                      pixels);
+        return;
+    }
     prefetchNext(run, source, pixels);
     if (item.opacity == 255 && run.isFull)
         m_kernels.storePicture(target, source, pixels);
@@ -182,7 +189,10 @@ void RowComposer::expand(const DrawItem &item, int row, quint8 *target) const
     for (const SpriteRun &run : sprite.row(row)) {
         const auto bytes = std::size_t(run.pixels) * std::size_t(sprite.bytesPerPixel());
         quint8 *place = target + qsizetype(run.x) * sprite.bytesPerPixel();
-        if (run.data)
+        if (run.isRim)
+            m_kernels.blendPictureThrough(reinterpret_cast<quint32 *>(place), pixelsOf(run.data),
+                                          run.coverage(), 255, run.pixels);
+        else if (run.data)
             std::memcpy(place, run.data, bytes);
         else
             std::memset(place, 255, bytes);

@@ -1,10 +1,8 @@
 #include "Rendering/FramePath/Sprite.h"
 
-#include "Base/Overloaded.h"
 #include "Base/Pixels/RowBlending.h"
 #include "Rendering/CoverageMask.h"
-
-#include <QPainter>
+#include "Rendering/FramePath/PictureRaster.h"
 
 #include <algorithm>
 #include <atomic>
@@ -18,7 +16,7 @@ namespace {
 
 constexpr qsizetype stripPixels = 1 << 19; // of a raster in the making
 
-enum class Cell : quint8 { empty, soft, full };
+enum class Cell : quint8 { empty, soft, rim, full };
 
 Cell cellOfMask(const quint8 *pixels)
 {
@@ -40,57 +38,17 @@ Cell cellOfPicture(const quint8 *pixels)
     return either == 0 ? Cell::empty : both >> 24 == 255 ? Cell::full : Cell::soft;
 }
 
+// A picture's cell behind an edge.
+Cell weakened(Cell cell, Cell coverage)
+{
+    if (cell == Cell::empty || coverage == Cell::full)
+        return cell;
+    return coverage == Cell::empty ? Cell::empty : Cell::rim;
+}
+
 QRect alignedPixels(const QRectF &box, const QRect &area)
 {
     return box.intersected(area).toAlignedRect().intersected(area);
-}
-
-bool isRectangle(const QPainterPath &path)
-{
-    constexpr int corners = 5; // the first twice
-    if (path.elementCount() != corners)
-        return false;
-    const QRectF box = path.controlPointRect();
-    for (int index = 0; index < corners; ++index) {
-        const QPainterPath::Element corner = path.elementAt(index);
-        if ((corner.x != box.left() && corner.x != box.right())
-            || (corner.y != box.top() && corner.y != box.bottom()))
-            return false;
-    }
-    return true;
-}
-
-// A painter takes a clip of which it sees nothing but rows that are alike, each of one coverage,
-// for a rectangle of whole pixels, and its edges for hard.
-bool looksRectangular(const QPainterPath &mask, const QTransform &toDevice, const QRect &area)
-{
-    if (isRectangle(mask))
-        return true;
-    const CoverageMask seen = rasterizedPath(mask, toDevice, area);
-    for (int y = seen.bounds.top(); y <= seen.bounds.bottom(); ++y) {
-        const uchar *row = seen.row(y);
-        const bool isEven = std::all_of(row, row + seen.bounds.width(),
-                                        [row](uchar alpha) { return alpha == row[0]; });
-        if (!isEven || row[0] == 0)
-            return false;
-    }
-    return true;
-}
-
-// A painter puts a picture that isn't stretched, and a rectangular clip, at whole pixels, and
-// rounds halves away from zero, wherever zero is. A hair tells `corner` in which direction it goes
-// in the frame; `inside` is on the same side of zero.
-QTransform withoutHalves(const QTransform &toDevice, QPointF corner, QPointF inside)
-{
-    constexpr double hair = 1e-7; // px
-    const auto nudge = [](double place, double side) {
-        const bool isHalf = std::abs(place - std::floor(place) - 0.5) < hair / 2;
-        return isHalf ? std::copysign(hair, side) : 0;
-    };
-    const QPointF place = toDevice.map(corner);
-    const QPointF side = toDevice.map(inside);
-    return toDevice
-           * QTransform::fromTranslate(nudge(place.x(), side.x()), nudge(place.y(), side.y()));
 }
 
 quint32 nextSerial()
@@ -116,21 +74,21 @@ public:
         sprite.m_fullSpans.reserve(std::size_t(bounds.height()));
     }
 
-    /// Rows of the width of the bounds, the first at `pixels`.
-    void addRows(const quint8 *pixels, qsizetype rowBytes, int rows)
+    /// Of the width of the bounds.
+    void addRows(const RasterRows &rows)
     {
         const std::size_t firstRow = m_sprite.m_rowStarts.size() - 1;
         const std::size_t firstRun = m_sprite.m_runs.size();
-        for (int row = 0; row < rows; ++row)
-            addRow(pixels + row * rowBytes);
+        for (int row = 0; row < rows.count; ++row)
+            addRow(rowOf(rows, row));
         std::size_t bytes = 0;
         for (std::size_t index = firstRun; index < m_sprite.m_runs.size(); ++index)
             bytes += bytesOf(m_sprite.m_runs[index]);
         m_sprite.m_blocks.push_back(Block::make(bytes));
         m_sprite.m_bytes += qsizetype(bytes);
         quint8 *data = m_sprite.m_blocks.back().get();
-        for (int row = 0; row < rows; ++row)
-            data = keepRow(firstRow + std::size_t(row), pixels + row * rowBytes, data);
+        for (int row = 0; row < rows.count; ++row)
+            data = keepRow(firstRow + std::size_t(row), rowOf(rows, row), data);
     }
     void addEmptyRows(int rows)
     {
@@ -139,27 +97,52 @@ public:
     }
 
 private:
+    struct Row
+    {
+        const quint8 *pixels;
+        const quint8 *coverage; // or none
+    };
+
+    static Row rowOf(const RasterRows &rows, int row)
+    {
+        return {rows.pixels + row * rows.rowBytes,
+                rows.coverage ? rows.coverage + row * rows.coverageRowBytes : nullptr};
+    }
+
     /// What is covered wholly needs no mask.
     std::size_t bytesOf(const SpriteRun &run) const
     {
         const bool needsData = m_sprite.m_kind == Kind::picture || !run.isFull;
-        return needsData ? std::size_t(run.pixels) * std::size_t(m_sprite.bytesPerPixel()) : 0;
+        const int bytes = m_sprite.bytesPerPixel() + (run.isRim ? 1 : 0);
+        return needsData ? std::size_t(run.pixels) * std::size_t(bytes) : 0;
     }
 
-    void classify(const quint8 *row)
+    /// Calls `work(pixels, kind)`; what lies beyond the bounds is empty.
+    template <typename Work>
+    void forEachCell(const quint8 *row, int bytesPerPixel, const Work &work)
+    {
+        const int cellBytes = cellWidth * bytesPerPixel;
+        const auto whole = std::size_t(m_sprite.m_bounds.width() / cellWidth);
+        for (std::size_t cell = 0; cell < whole; ++cell)
+            work(row + qsizetype(cell) * cellBytes, m_kinds[cell]);
+        if (whole < m_kinds.size()) {
+            quint8 last[cellWidth * 4] = {};
+            const int left = m_sprite.m_bounds.width() % cellWidth * bytesPerPixel;
+            std::copy_n(row + qsizetype(whole) * cellBytes, left, last);
+            work(last, m_kinds[whole]);
+        }
+    }
+
+    void classify(Row row)
     {
         const bool isMask = m_sprite.m_kind == Kind::mask;
         const auto kindOf = isMask ? cellOfMask : cellOfPicture;
-        const int cellBytes = cellWidth * m_sprite.bytesPerPixel();
-        const auto whole = std::size_t(m_sprite.m_bounds.width() / cellWidth);
-        for (std::size_t cell = 0; cell < whole; ++cell)
-            m_kinds[cell] = kindOf(row + qsizetype(cell) * cellBytes);
-        if (whole < m_kinds.size()) {
-            quint8 last[cellWidth * 4] = {};
-            const int left = m_sprite.m_bounds.width() % cellWidth * m_sprite.bytesPerPixel();
-            std::copy_n(row + qsizetype(whole) * cellBytes, left, last);
-            m_kinds[whole] = kindOf(last);
-        }
+        forEachCell(row.pixels, m_sprite.bytesPerPixel(),
+                    [&](const quint8 *pixels, Cell &kind) { kind = kindOf(pixels); });
+        if (row.coverage)
+            forEachCell(row.coverage, 1, [](const quint8 *coverage, Cell &kind) {
+                kind = weakened(kind, cellOfMask(coverage));
+            });
         forEachStretch([this](std::size_t from, std::size_t to) { takeShortAlong(from, to); });
     }
 
@@ -167,13 +150,19 @@ private:
     void takeShortAlong(std::size_t from, std::size_t to)
     {
         constexpr std::size_t shortestGap = 3;
-        constexpr std::size_t shortestFull = 8;
-        const bool isInside = from > 0 && to < m_kinds.size();
-        const bool isShortGap = m_kinds[from] == Cell::empty && isInside && to - from < shortestGap;
-        const bool isShortFull = m_kinds[from] == Cell::full && to - from < shortestFull;
-        if (isShortGap || isShortFull)
+        constexpr std::size_t shortest = 8;
+        const Cell kind = m_kinds[from];
+        const bool hasLeft = from > 0;
+        const bool hasRight = to < m_kinds.size();
+        const bool isBesideRim =
+            (hasLeft && m_kinds[from - 1] == Cell::rim) || (hasRight && m_kinds[to] == Cell::rim);
+        const bool isShortGap =
+            kind == Cell::empty && hasLeft && hasRight && to - from < shortestGap;
+        const bool isShortFull = kind == Cell::full && to - from < shortest;
+        const bool isShortSoft = kind == Cell::soft && isBesideRim && to - from < shortest;
+        if (isShortGap || isShortFull || isShortSoft)
             std::fill(m_kinds.begin() + qsizetype(from), m_kinds.begin() + qsizetype(to),
-                      Cell::soft);
+                      isBesideRim ? Cell::rim : Cell::soft);
     }
 
     /// Calls `work(from, to)` for cells of one kind that follow each other.
@@ -190,7 +179,7 @@ private:
         }
     }
 
-    void addRow(const quint8 *row)
+    void addRow(Row row)
     {
         classify(row);
         Span longest;
@@ -198,7 +187,8 @@ private:
             if (m_kinds[from] == Cell::empty)
                 return;
             const SpriteRun run{nullptr, quint16(from * cellWidth),
-                                quint16((to - from) * cellWidth), m_kinds[from] == Cell::full};
+                                quint16((to - from) * cellWidth), m_kinds[from] == Cell::full,
+                                m_kinds[from] == Cell::rim};
             if (run.isFull && run.pixels > longest.pixels)
                 longest = {run.x, run.pixels};
             m_sprite.m_runs.push_back(run);
@@ -214,7 +204,7 @@ private:
     }
 
     /// Returns where the next row goes.
-    quint8 *keepRow(std::size_t row, const quint8 *pixels, quint8 *data)
+    quint8 *keepRow(std::size_t row, Row given, quint8 *data)
     {
         for (std::size_t index = m_sprite.m_rowStarts[row]; index < m_sprite.m_rowStarts[row + 1];
              ++index) {
@@ -222,14 +212,24 @@ private:
             const std::size_t bytes = bytesOf(run);
             if (bytes == 0)
                 continue;
-            const int given = std::min<int>(run.pixels, m_sprite.m_bounds.width() - run.x);
-            const auto givenBytes = std::size_t(given * m_sprite.bytesPerPixel());
-            std::memcpy(data, pixels + run.x * m_sprite.bytesPerPixel(), givenBytes);
-            std::memset(data + givenBytes, 0, bytes - givenBytes);
+            const int pixels = std::min<int>(run.pixels, m_sprite.m_bounds.width() - run.x);
+            const int bytesPerPixel = m_sprite.bytesPerPixel();
+            quint8 *end = copyPart(data, given.pixels + qsizetype(run.x) * bytesPerPixel,
+                                   pixels * bytesPerPixel, run.pixels * bytesPerPixel);
+            if (run.isRim)
+                copyPart(end, given.coverage + run.x, pixels, run.pixels);
             run.data = data;
             data += bytes;
         }
         return data;
+    }
+
+    /// `given` bytes and zeros up to `all`; returns what comes behind.
+    static quint8 *copyPart(quint8 *target, const quint8 *source, int given, int all)
+    {
+        std::memcpy(target, source, std::size_t(given));
+        std::memset(target + given, 0, std::size_t(all - given));
+        return target + all;
     }
 
     Sprite &m_sprite;
@@ -262,7 +262,7 @@ void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const Q
         const CoverageMask mask = rasterizedPath(fill.path, toDevice, area);
         if (!mask.bounds.isEmpty())
             Builder(*this, Kind::mask, mask.bounds)
-                .addRows(mask.row(mask.bounds.top()), mask.bounds.width(), mask.bounds.height());
+                .addRows({mask.row(mask.bounds.top()), mask.bounds.width(), mask.bounds.height()});
         return;
     }
     Builder builder(*this, Kind::mask, pixels);
@@ -282,54 +282,27 @@ void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const Q
             std::copy_n(mask.row(mask.bounds.top() + y), mask.bounds.width(),
                         rows.data() + qsizetype(y) * pixels.width() + mask.bounds.left()
                             - pixels.left());
-        builder.addRows(rows.data(), pixels.width(), mask.bounds.height());
+        builder.addRows({rows.data(), pixels.width(), mask.bounds.height()});
         builder.addEmptyRows(strip.bottom() - mask.bounds.bottom());
     }
 }
 
 // Strip by strip, since a raster of a whole canvas would double the memory that the picture takes.
-void Sprite::addPicture(const Primitive &primitive, const QTransform &toDevice, const QRect &area)
+void Sprite::addPicture(const PlacedPicture &picture, const QTransform &toDevice, const QRect &area,
+                        const QRect &shown)
 {
-    const auto &picture = std::get<PlacedPicture>(primitive.what);
-    QRect pixels = alignedPixels(toDevice.mapRect(picture.box).adjusted(-1, -1, 1, 1), area);
+    QRect pixels = alignedPixels(toDevice.mapRect(picture.box).adjusted(-1, -1, 1, 1), shown);
     if (picture.mask) {
-        const QRectF shown = toDevice.mapRect(picture.mask->controlPointRect());
-        pixels = alignedPixels(shown.adjusted(-1, -1, 1, 1), pixels);
+        const QRectF seen = toDevice.mapRect(picture.mask->controlPointRect());
+        pixels = alignedPixels(seen.adjusted(-1, -1, 1, 1), pixels);
     }
     if (pixels.isEmpty())
         return;
     Builder builder(*this, Kind::picture, pixels);
+    PictureRaster raster(picture, toDevice, area, shown);
     const int stripRows = std::max(1, int(stripPixels / pixels.width()));
-    const std::optional<QPainterPath> &clip = picture.mask;
-    // What is soft in the whole must not look rectangular in a strip: a pixel above it, at which
-    // nobody looks, is shown as well.
-    const bool hasSpot = clip && !looksRectangular(*clip, toDevice, area);
-    const auto shownThrough = [&](QPainterPath path, QPoint spot) {
-        if (hasSpot)
-            path.addRect(toDevice.inverted().mapRect(QRectF(spot, QSizeF(1, 1))));
-        return path;
-    };
-    const int above = hasSpot ? 1 : 0;
-    QImage strip(pixels.width(), std::min(stripRows, pixels.height()) + above,
-                 QImage::Format_ARGB32_Premultiplied);
-    for (int top = pixels.top(); top <= pixels.bottom(); top += stripRows) {
-        strip.fill(Qt::transparent);
-        QPainter painter(&strip);
-        const auto toStrip = QTransform::fromTranslate(-pixels.left(), above - top);
-        painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-        if (clip) {
-            const QRectF box = clip->controlPointRect();
-            painter.setTransform(withoutHalves(toDevice, box.topLeft(), box.bottomRight())
-                                 * toStrip);
-            painter.setClipPath(shownThrough(*clip, {pixels.right(), top - 1}));
-        }
-        const QPointF corner = picture.box.topLeft();
-        painter.setTransform(withoutHalves(toDevice, corner, corner) * toStrip);
-        painter.drawImage(picture.box, picture.image, picture.image.rect());
-        painter.end();
-        builder.addRows(strip.constScanLine(above), strip.bytesPerLine(),
-                        std::min(stripRows, pixels.bottom() + 1 - top));
-    }
+    for (int top = pixels.top(); top <= pixels.bottom(); top += stripRows)
+        builder.addRows(raster.rows(pixels & QRect(pixels.left(), top, pixels.width(), stripRows)));
 }
 
 std::shared_ptr<const Sprite> Sprite::make(const Primitive &primitive,
@@ -344,7 +317,7 @@ std::shared_ptr<const Sprite> Sprite::make(const Primitive &primitive,
     if (const auto *fill = std::get_if<FilledPath>(&primitive.what))
         sprite->addFill(*fill, toDevice, shown);
     else
-        sprite->addPicture(primitive, toDevice, shown);
+        sprite->addPicture(std::get<PlacedPicture>(primitive.what), toDevice, area, shown);
     return sprite;
 }
 

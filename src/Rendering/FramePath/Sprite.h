@@ -18,10 +18,16 @@ struct SpriteRun
     quint16 x;          // px from the sprite's left
     quint16 pixels;     // whole cells
     bool isFull;        // covered wholly, or opaque: nothing shows through at full opacity
+    bool isRim = false; // pixels of a picture that are covered in part: they are whole, and behind
+                        // them lies a byte a pixel that tells how much of each is covered
+
+    const quint8 *coverage() const { return data + qsizetype(pixels) * 4; }
 };
 
 /// A primitive in pixels: the coverage of an outline, or a picture, scaled and masked. Only what
 /// isn't empty is kept, in cells of eight pixels, so that inner loops have neither tails nor tests.
+/// Where a picture covers pixels in part, it is kept beside its coverage, since the two have to be
+/// multiplied by an opacity in the painter's order.
 /// Never changed once made; any thread may read it.
 class Sprite
 {
@@ -69,7 +75,9 @@ private:
 
     Sprite() = default;
     void addFill(const FilledPath &fill, const QTransform &toDevice, const QRect &area);
-    void addPicture(const Primitive &primitive, const QTransform &toDevice, const QRect &area);
+    /// `shown` is what a clip leaves of `area`.
+    void addPicture(const PlacedPicture &picture, const QTransform &toDevice, const QRect &area,
+                    const QRect &shown);
 
     Kind m_kind = Kind::mask;
     quint32 m_serial = 0;

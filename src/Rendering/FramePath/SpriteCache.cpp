@@ -49,6 +49,14 @@ std::size_t hashOf(const QPainterPath &path)
     return hash;
 }
 
+// How a painter draws such a picture hangs on the last bit of its place.
+bool isThin(const PlacedPicture &picture, const QTransform &toDevice)
+{
+    constexpr double thin = 2; // px
+    const QRectF drawn = toDevice.mapRect(picture.box);
+    return std::min(drawn.width(), drawn.height()) < thin;
+}
+
 } // namespace
 
 SpriteKey::SpriteKey(const Primitive &primitive, const QTransform &canvasToDevice)
@@ -63,7 +71,9 @@ SpriteKey::SpriteKey(const Primitive &primitive, const QTransform &canvasToDevic
     constexpr double hair = 1e-7; // px
     const double across = std::floor(m_toDevice.dx() + hair);
     const double down = std::floor(m_toDevice.dy() + hair);
-    if (std::abs(across) < 1e9 && std::abs(down) < 1e9)
+    const auto *picture = std::get_if<PlacedPicture>(&m_what);
+    const bool isMovable = !picture || !isThin(*picture, m_toDevice);
+    if (isMovable && std::abs(across) < 1e9 && std::abs(down) < 1e9)
         m_origin = QPoint(int(across), int(down));
     m_toDevice *= QTransform::fromTranslate(-m_origin.x(), -m_origin.y());
     if (primitive.clip)

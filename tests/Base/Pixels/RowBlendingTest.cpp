@@ -276,6 +276,19 @@ TEST_P(RowBlendingTest, AnOpaquePictureGoesOverTheTargetAtAnOpacity)
         });
 }
 
+TEST_P(RowBlendingTest, APictureGoesOverTheTargetThroughAMaskAtAnOpacity)
+{
+    expectEveryPixel(
+        [](const RowKernels &kernels, Stage &stage) {
+            kernels.blendPictureThrough(stage.to(), stage.from(), stage.through(), stage.opacity,
+                                        stage.pixels);
+        },
+        [](const Stage &stage, qsizetype x, quint32 target) {
+            const int share = stage.through()[x] * (stage.opacity + 1) / 256;
+            return composed(scaled(stage.from()[x], quint32(share)), target);
+        });
+}
+
 TEST_P(RowBlendingTest, EveryMixOfTwoBytesIsRoundedAsPromised)
 {
     const RowKernels &kernels = rowKernels();

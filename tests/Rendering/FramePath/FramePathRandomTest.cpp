@@ -159,12 +159,12 @@ protected:
             // Near to the reference is a frame of the canvas's own size; what is made of it and
             // what is kept from tick to tick has no say in it.
             if (anew.isNull())
-                anew = canvasFrame(FramePath(1), show, *drawn);
+                anew = canvasFrame(FramePath(1), show, *drawn, false);
             if (bytes == referenceBytes(imageOf(anew, drawn->size()), target))
                 continue;
             // A sprite that was made elsewhere on the frame may serve a slide.
             ++tally.keptSprites;
-            const FrameBytes own = canvasFrame(path, show, *drawn);
+            const FrameBytes own = canvasFrame(path, show, *drawn, true);
             EXPECT_EQ(bytes, referenceBytes(imageOf(own, drawn->size()), target))
                 << "target " << index << ": content " << int(target.content) << ", format "
                 << int(target.format) << ", " << target.size.width() << " x "
@@ -182,13 +182,14 @@ protected:
     }
 
     template <typename Path>
-    FrameBytes canvasFrame(Path &&by, const RandomShow &show, const QImage &drawn)
+    FrameBytes canvasFrame(Path &&by, const RandomShow &show, const QImage &drawn,
+                           bool areSpritesKept)
     {
         const FrameTarget target = frameTarget(FrameContent::fill, FrameFormat::bgra, drawn.size());
         const FramePath::Result frames =
             by.render(show.document(), show.background(), {&target, 1});
         const QImage canvas = imageOf((*frames)[0], drawn.size());
-        const Tolerance tolerance(show.document(), drawn.size());
+        const Tolerance tolerance(show.document(), drawn.size(), areSpritesKept);
         const Difference found = difference(
             canvas.convertToFormat(QImage::Format_RGBA8888_Premultiplied), drawn, tolerance);
         EXPECT_EQ(found.beyond, 0)

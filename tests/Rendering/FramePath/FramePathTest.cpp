@@ -252,6 +252,17 @@ TEST_F(FramePathTest, GoesBetweenDocuments)
     }
 }
 
+// The painter doesn't blend it between pixels, wherever the layer is.
+TEST_F(FramePathTest, SlidesAPictureThatIsNotStretchedByWholePixels)
+{
+    const ImageLayer *layer = addPicture(noise({61, 40}), {120.3, 20.7, 61, 40});
+    document.setRunTransitionStyle(LayerRunTransitionStyle::presetReveal, layer->id());
+    for (int step = 1; step < 41; ++step) {
+        setVisibility(layer, step / 41.0);
+        EXPECT_EQ(frame(), reference()) << step;
+    }
+}
+
 // Half of the range at the most, and nothing away from the edges: see Tolerance.
 TEST_F(FramePathTest, StaysNearWhileALayerSlides)
 {
@@ -261,7 +272,7 @@ TEST_F(FramePathTest, StaysNearWhileALayerSlides)
         setVisibility(shape, step / 21.0);
         const QImage drawn = render();
         const FrameBytes shown = frame();
-        const Tolerance tolerance(document, canvas);
+        const Tolerance tolerance(document, canvas, false);
         const Difference found = difference(
             imageOf(shown, canvas).convertToFormat(QImage::Format_RGBA8888_Premultiplied), drawn,
             tolerance);

@@ -96,7 +96,10 @@ bool isThinPicture(const Primitive &primitive, const QTransform &toFrame)
     const auto *picture = std::get_if<PlacedPicture>(&primitive.what);
     if (!picture)
         return false;
-    const QSizeF drawn = (primitive.toCanvas * toFrame).mapRect(picture->box).size();
+    const QTransform toPixels = primitive.toCanvas * toFrame;
+    QRectF drawn = toPixels.mapRect(picture->box);
+    if (picture->mask)
+        drawn &= toPixels.mapRect(picture->mask->controlPointRect());
     return std::min(drawn.width(), drawn.height()) < thin;
 }
 
@@ -166,9 +169,10 @@ QImage imageOf(const FrameBytes &bytes, QSize size)
             QImage::Format_ARGB32_Premultiplied};
 }
 
-Tolerance::Tolerance(const CanvasDocument &document, QSize frame)
+Tolerance::Tolerance(const CanvasDocument &document, QSize frame, bool areSpritesKept)
     : m_width(frame.width())
-    , m_channels(std::size_t(frame.width()) * std::size_t(frame.height()))
+    , m_resting(std::size_t(frame.width()) * std::size_t(frame.height()))
+    , m_sliding(m_resting.size())
 {
     TextBlockCache texts;
     const QTransform toFrame = frameTransform(document.size(), frame);
@@ -177,33 +181,30 @@ Tolerance::Tolerance(const CanvasDocument &document, QSize frame)
         if (opacity == 0)
             continue;
         const Slide slide = slideOf(document, item);
+        const bool isElsewhere = areSpritesKept || !slide.offset.isNull();
         for (const Primitive &primitive :
              primitivesOf(item, {slide.offset, DrawingStyle::frame, 1}, texts)) {
             if (slide.fraction)
                 addSliding(primitive, toFrame, frame, slide.offset, *slide.fraction);
             else
-                addResting(primitive, opacity, toFrame, frame);
+                addResting(primitive, toFrame, frame, isElsewhere);
         }
     }
 }
 
-void Tolerance::addResting(const Primitive &primitive, double opacity, const QTransform &toFrame,
-                           QSize frame)
+void Tolerance::addResting(const Primitive &primitive, const QTransform &toFrame, QSize frame,
+                           bool isElsewhere)
 {
+    const bool isSampledElsewhere = isElsewhere && primitive.isPicture();
     const QImage coverage = drawnAlone(whitened(primitive), toFrame, frame);
-    const bool isFaded = primitive.isPicture() && blendedOpacity(primitive.fading, opacity) < 255;
-    const auto *picture = std::get_if<PlacedPicture>(&primitive.what);
-    const bool isMasked = picture && picture->mask;
     const QRect reach = reachOf(primitive, toFrame, frame).intersected(coverage.rect());
     for (int y = reach.top(); y <= reach.bottom(); ++y) {
         for (int x = reach.left(); x <= reach.right(); ++x) {
             const QPoint place(x, y);
-            if (isMasked)
-                at(place) += ofSampling;
-            if (isFaded && qAlpha(coverage.pixel(place)) % 255 != 0)
-                at(place) += ofPictures;
-            if (!isFlat(coverage, place, {1, 0}) || !isFlat(coverage, place, {0, 1}))
-                at(place) += ofEdges;
+            const bool isEdge =
+                !isFlat(coverage, place, {1, 0}) || !isFlat(coverage, place, {0, 1});
+            if (isEdge || isSampledElsewhere)
+                m_resting[indexOf(place)] = ofRounding;
         }
     }
 }
@@ -214,18 +215,20 @@ void Tolerance::addSliding(const Primitive &primitive, const QTransform &toFrame
     m_isSliding = true;
     const QPoint step = offset.x() != 0 ? QPoint(1, 0) : QPoint(0, 1);
     const double bend = 255 * 2 * fraction * (1 - fraction) * densityOf(primitive);
-    const int edge = int(std::ceil(std::min(255.0, bend))) + ofSlides + ofPictures;
+    const int edge = int(std::ceil(std::min(255.0, bend))) + ofSlides;
     const QImage alone = drawnAlone(primitive, toFrame, frame);
     const QRect inner = withinClip(primitive, toFrame, step);
     const bool isThin = isThinPicture(primitive, toFrame);
+    const bool skipsPixels = densityOf(primitive) > 2;
     const QRect reach = reachOf(primitive, toFrame, frame).intersected(alone.rect());
     for (int y = reach.top(); y <= reach.bottom(); ++y) {
         for (int x = reach.left(); x <= reach.right(); ++x) {
             const QPoint place(x, y);
             if (isThin || (!inner.contains(place) && isNearInk(alone, place, step)))
-                at(place) += 255;
+                m_sliding[indexOf(place)] += 255;
             else
-                at(place) += isFlat(alone, place, step) ? ofSlides : edge;
+                m_sliding[indexOf(place)] +=
+                    isFlat(alone, place, step) && !skipsPixels ? ofSlides : edge;
         }
     }
 }

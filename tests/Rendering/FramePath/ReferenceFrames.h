@@ -25,15 +25,10 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 /// How far the channels of each pixel may be from those of the reference. What isn't named here may
 /// not differ at all.
 ///
-/// Edges of fills. A raster that begins elsewhere rounds the last bit of a place differently: 2 is
-/// the most that was seen.
-///
-/// Pictures at an opacity, where something covers them in part. The painter multiplies coverage and
-/// opacity, cuts the fraction, and fades the picture by the product; in a sprite the coverage has
-/// been multiplied in before: 1.
-///
-/// Pictures with a mask. The painter steps through the picture from where each stretch of one
-/// coverage begins, and rounds its steps: 1.
+/// Layers at rest: 1, where something covers a pixel in part, or where a picture's sprite was made
+/// in another place. The platform rounds places and samples, and the last bit of a sum decides
+/// which way; it is another one where the sum has begun elsewhere. Nothing adds up: 1 is all that a
+/// frame may be off.
 ///
 /// Layers that slide by a fraction t of a pixel. Between two pixels of a sprite lies what both of
 /// them have in it, each by its share, where drawing from nothing covers the pixel anew. What a
@@ -41,38 +36,38 @@ QImage imageOf(const FrameBytes &bytes, QSize size);
 /// points of such a curve that lie one pixel apart is off by 2 t (1 - t) at most: half of the range
 /// for the thinnest line at t = 1/2, and nothing where three neighbours along the slide are covered
 /// wholly or not at all. A picture of more than one pixel to a pixel of the frame changes faster by
-/// as much. The rectangle to which a score bar or a picture is cut moves by whole pixels: along its
-/// rim a column or row may be there or not. A picture less than two pixels wide or high lacks some
-/// of its rows or columns, others at each place: the painter finds none of their pixels.
+/// as much; of more than two the painter leaves some out, and what three neighbours show tells
+/// nothing of them. The rectangle to which a score bar or a picture is cut moves by whole pixels:
+/// along its rim a column or row may be there or not. A picture less than two pixels wide or high
+/// lacks some of its rows or columns, others at each place: the painter finds none of their pixels.
 ///
-/// Where several primitives lie on each other, so do their tolerances.
+/// Where several layers slide over each other, their tolerances add up.
 class Tolerance
 {
 public:
-    Tolerance(const CanvasDocument &document, QSize frame);
+    /// Of frames whose sprites were all made for them, or may have been kept from others.
+    Tolerance(const CanvasDocument &document, QSize frame, bool areSpritesKept);
 
-    int at(QPoint place) const { return m_channels[indexOf(place)]; }
+    int at(QPoint place) const { return m_resting[indexOf(place)] + m_sliding[indexOf(place)]; }
     bool isSliding() const { return m_isSliding; }
 
 private:
-    static constexpr int ofPictures = 1;
-    static constexpr int ofEdges = 2;
+    static constexpr int ofRounding = 1;
     static constexpr int ofSlides = 16; // beside the bend, as measured
-    static constexpr int ofSampling = 1;
 
     std::size_t indexOf(QPoint place) const
     {
         return std::size_t(place.y()) * std::size_t(m_width) + std::size_t(place.x());
     }
-    int &at(QPoint place) { return m_channels[indexOf(place)]; }
-    void addResting(const Primitive &primitive, double opacity, const QTransform &toFrame,
-                    QSize frame);
+    void addResting(const Primitive &primitive, const QTransform &toFrame, QSize frame,
+                    bool isElsewhere);
     void addSliding(const Primitive &primitive, const QTransform &toFrame, QSize frame,
                     QPointF offset, double fraction);
 
     int m_width;
     bool m_isSliding = false;
-    std::vector<int> m_channels;
+    std::vector<int> m_resting; // of each pixel
+    std::vector<int> m_sliding;
 };
 
 struct Difference

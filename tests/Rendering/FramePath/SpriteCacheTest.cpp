@@ -52,6 +52,20 @@ TEST_F(SpriteCacheTest, FindsWhatHasMovedByWholePixels)
     EXPECT_EQ(moved->area(), area.translated(100, -20));
 }
 
+// How it is drawn hangs on the last bit of its place.
+TEST_F(SpriteCacheTest, DoesNotMoveAThinPicture)
+{
+    const QImage image = gradient({30, 20});
+    insert(pictureOf(image, {0, 0, 0.4, 20}, {5.25, 6.5}));
+    insert(pictureOf(image, {0, 0, 30, 1.9}, {5.25, 6.5}));
+    insert(pictureOf(image, {0, 0, 2.5, 20}, {5.25, 6.5}));
+
+    EXPECT_TRUE(found(pictureOf(image, {0, 0, 0.4, 20}, {5.25, 6.5})));
+    EXPECT_FALSE(found(pictureOf(image, {0, 0, 0.4, 20}, {6.25, 6.5})));
+    EXPECT_FALSE(found(pictureOf(image, {0, 0, 30, 1.9}, {5.25, 7.5})));
+    EXPECT_TRUE(found(pictureOf(image, {0, 0, 2.5, 20}, {6.25, 6.5})));
+}
+
 TEST_F(SpriteCacheTest, DoesNotTakeAnotherFractionForTheSame)
 {
     insert(fillOf(ellipse({0, 0, 30, 20}), {5.25, 6.5}));

@@ -45,6 +45,16 @@ inline QImage gradient(QSize size, int alpha = 255)
     return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
+inline QRgb weakened(QRgb pixel, int coverage)
+{
+    const auto scaled = [coverage](int channel) {
+        const int product = channel * coverage;
+        return (product + (product >> 8) + 128) >> 8;
+    };
+    return qRgba(scaled(qRed(pixel)), scaled(qGreen(pixel)), scaled(qBlue(pixel)),
+                 scaled(qAlpha(pixel)));
+}
+
 /// All of `area`, a mask as white.
 inline QImage unpacked(const Sprite &sprite, const QRect &area)
 {
@@ -56,9 +66,11 @@ inline QImage unpacked(const Sprite &sprite, const QRect &area)
                 const QPoint place =
                     sprite.bounds().topLeft() + QPoint(run.x + index, row) - area.topLeft();
                 QRgb pixel = 0xffffffff;
-                if (sprite.kind() == Sprite::Kind::picture)
+                if (sprite.kind() == Sprite::Kind::picture) {
                     std::memcpy(&pixel, run.data + 4 * index, sizeof pixel);
-                else if (run.data)
+                    if (run.isRim)
+                        pixel = weakened(pixel, run.coverage()[index]);
+                } else if (run.data)
                     pixel = run.data[index] * 0x01010101u;
                 if (image.rect().contains(place))
                     image.setPixel(place, pixel);

@@ -1,7 +1,6 @@
 #include "Rendering/FramePath/RowComposer.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace tessara {
 
@@ -39,13 +38,8 @@ RowComposer::RowComposer(int width, Order order)
 
 void RowComposer::reserve(const DrawItem &item)
 {
-    if (!item.slides())
-        return;
-    const auto needed = std::size_t(wholeCells(item.place.width() + 1) + 2 * cellWidth) * 4;
-    for (std::vector<quint8> *buffer : {&m_first, &m_second, &m_mixed}) {
-        if (buffer->size() < needed)
-            buffer->resize(needed);
-    }
+    if (item.slides())
+        m_sliding.reserve(*item.sprite);
 }
 
 // What lies under the longest opaque stretch is never looked at.
@@ -168,7 +162,8 @@ void RowComposer::blendRun(const DrawItem &item, const SpriteRun &run, int from,
                                       pixels);
         return;
     }
-    prefetchNext(run, source, pixels);
+    if (!item.slides())
+        prefetchNext(run, source, pixels);
     if (item.opacity == 255 && run.isFull)
         m_kernels.storePicture(target, source, pixels);
     else if (item.opacity == 255)
@@ -179,47 +174,17 @@ void RowComposer::blendRun(const DrawItem &item, const SpriteRun &run, int from,
         m_kernels.blendPictureAt(target, source, item.opacity, pixels);
 }
 
-void RowComposer::expand(const DrawItem &item, int row, quint8 *target) const
-{
-    const Sprite &sprite = *item.sprite;
-    const int width = wholeCells(sprite.bounds().width() + 1);
-    std::memset(target, 0, std::size_t(width) * std::size_t(sprite.bytesPerPixel()));
-    if (row < 0 || row >= sprite.bounds().height())
-        return;
-    for (const SpriteRun &run : sprite.row(row)) {
-        const auto bytes = std::size_t(run.pixels) * std::size_t(sprite.bytesPerPixel());
-        quint8 *place = target + qsizetype(run.x) * sprite.bytesPerPixel();
-        if (run.isRim)
-            m_kernels.blendPictureThrough(reinterpret_cast<quint32 *>(place), pixelsOf(run.data),
-                                          run.coverage(), 255, run.pixels);
-        else if (run.data)
-            std::memcpy(place, run.data, bytes);
-        else
-            std::memset(place, 255, bytes);
-    }
-}
-
-// Between two pixels lies what both of them have in it, each by its share.
 void RowComposer::blendSliding(const DrawItem &item, int y, int from, int to)
 {
     const int row = y - item.place.top();
     if (row < 0 || row >= item.bounds().height())
         return;
-    const int bytesPerPixel = item.sprite->bytesPerPixel();
-    const int pixels = wholeCells(item.place.width() + 1);
-    const int lead = cellWidth * bytesPerPixel;
-    std::memset(m_first.data(), 0, std::size_t(lead));
-    expand(item, row, m_first.data() + lead);
-    const quint8 *neighbour = m_first.data() + lead - bytesPerPixel;
-    if (item.slideY != 0) {
-        expand(item, row - 1, m_second.data());
-        neighbour = m_second.data();
+    const int left = item.place.left();
+    for (const SpriteRun &run :
+         m_sliding.runs(*item.sprite, row, item.slideX, item.slideY, from - left, to - left)) {
+        if (left + run.x < to && left + run.x + run.pixels > from)
+            blendRun(item, run, from, to);
     }
-    m_kernels.mixRows(m_mixed.data(), m_first.data() + lead, neighbour, item.slideX + item.slideY,
-                      qsizetype(pixels) * bytesPerPixel);
-    const SpriteRun run{m_mixed.data(), 0, quint16(pixels), false};
-    if (item.place.left() < to && item.place.left() + pixels > from)
-        blendRun(item, run, from, to);
 }
 
 } // namespace tessara

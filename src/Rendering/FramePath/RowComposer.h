@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Base/Pixels/RowBlending.h"
+#include "Rendering/FramePath/SlidingRow.h"
 #include "Rendering/FramePath/Sprite.h"
 
 #include <span>
@@ -61,7 +62,6 @@ private:
     void blend(const DrawItem &item, int y, int from, int to);
     void blendRun(const DrawItem &item, const SpriteRun &run, int from, int to);
     void blendSliding(const DrawItem &item, int y, int from, int to);
-    void expand(const DrawItem &item, int row, quint8 *target) const;
     void clear(int from, int to, quint32 background);
 
     void prefetchNext(const SpriteRun &run, const quint32 *source, int pixels) const
@@ -76,9 +76,7 @@ private:
     Order m_order;
     std::vector<quint32> m_pixels;
     quint32 *m_row; // with room on both sides for cells that hang over
-    std::vector<quint8> m_first;
-    std::vector<quint8> m_second;
-    std::vector<quint8> m_mixed;
+    SlidingRow m_sliding;
 };
 
 } // namespace tessara

@@ -86,13 +86,13 @@ void benchScenes(const FrameBench &bench)
     if (!bench.lowerThird)
         return;
     const Scene lowerThirds[] = {
-        {QStringLiteral("lower third dissolves, 1 thread"), &allLayersDissolve, 1, {}, {}, {}},
-        {QStringLiteral("lower third dissolves"),
+        {QStringLiteral("lower third dissolves, 1 thread"),
          &allLayersDissolve,
-         ForkJoin::standardThreads(),
+         1,
          bench.limit(0.35, 0.15),
          {},
          {}},
+        {QStringLiteral("lower third reveals, 1 thread"), &groupReveals, 1, {}, {}, {}},
     };
     for (const Scene &scene : lowerThirds)
         benchScene(bench, {bench.lowerThird, {}}, scene);
@@ -107,7 +107,7 @@ void benchTyping(const FrameBench &bench)
     const ShowTick typeAlone = titleIsTyped(empty, bench.size.scale());
     const std::vector<FrameTarget> targets{targetOf(bench.size.pixels())};
     PathFrames inShow(ForkJoin::standardThreads(), targets);
-    PathFrames alone(ForkJoin::standardThreads(), targets);
+    PathFrames alone(1, targets);
     DrawnFrames drawn(bench.size.pixels());
     const MachineLoad load;
     const std::vector<Ticks> ticks = measureInTurns({memcpyWork(bench.size),
@@ -132,7 +132,7 @@ void benchTyping(const FrameBench &bench)
                     others);
     bench.table.add({QStringLiteral("  drawn from nothing"), ticks[3], ticks[3].p50() / copy, unit},
                     others);
-    bench.table.add({QStringLiteral("typing, the title's sprites"), ticks[2], ticks[2].p50(),
+    bench.table.add({QStringLiteral("typing, the title's sprites, 1 thread"), ticks[2], ticks[2].p50(),
                      QStringLiteral("ms"), bench.limit(4, 9)},
                     others);
 }

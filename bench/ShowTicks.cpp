@@ -82,6 +82,8 @@ ShowTick nothingChanges()
 
 ShowTick allLayersDissolve(CanvasDocument &document)
 {
+    for (const QUuid &id : document.layerOrder())
+        document.takes().setTransitionStyle(id, LayerRunTransitionStyle::dissolve);
     return [&document, tick = 0]() mutable {
         const double visibility = visibilityOf(++tick);
         for (const QUuid &id : document.layerOrder())

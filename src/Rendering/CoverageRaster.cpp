@@ -71,18 +71,15 @@ int coverageOf(int area)
 
 } // namespace
 
-CoverageRaster::CoverageRaster(const QRect &pixels)
-    : m_pixels(pixels)
-    , m_blocks((pixels.width() + blockWidth - 1) / blockWidth)
-    , m_cells(std::size_t(m_blocks) * blockWidth * std::size_t(pixels.height()))
-    , m_touched(std::size_t(m_blocks) * std::size_t(pixels.height()))
+void CoverageRaster::begin(const QRect &pixels)
 {
-}
-
-void CoverageRaster::moveTo(int top, int rows)
-{
-    Q_ASSERT(std::size_t(rows) * std::size_t(m_blocks) <= m_touched.size());
-    m_pixels = QRect(m_pixels.left(), top, m_pixels.width(), rows);
+    m_pixels = pixels;
+    m_blocks = (pixels.width() + blockWidth - 1) / blockWidth;
+    const auto blocks = std::size_t(m_blocks) * std::size_t(pixels.height());
+    if (blocks > m_touched.size()) {
+        m_touched.resize(blocks);
+        m_cells.resize(blocks * blockWidth);
+    }
 }
 
 void CoverageRaster::addPolygon(const Point *points, std::size_t count)

@@ -14,11 +14,9 @@ namespace tessara {
 class CoverageRaster
 {
 public:
-    /// Only `pixels` are seen of what is added.
-    explicit CoverageRaster(const QRect &pixels);
-
-    /// To other rows, no more than at first; only while it is empty.
-    void moveTo(int top, int rows);
+    /// Only `pixels` are seen of what is added from now on. Only while it is empty; memory is kept
+    /// for the next time.
+    void begin(const QRect &pixels);
 
     /// In 64ths of a pixel.
     struct Point
@@ -47,7 +45,7 @@ private:
     void takeRow(int row, uchar *target);
 
     QRect m_pixels;
-    int m_blocks; // a row
+    int m_blocks = 0; // a row
     std::vector<Cell> m_cells;
     std::vector<uchar> m_touched; // blocks
 };

@@ -14,7 +14,7 @@ namespace tessara {
 class TextBlockCache
 {
 public:
-    static constexpr qsizetype standardCapacity = 200'000; // characters
+    static constexpr qsizetype standardCapacity = 16'000; // characters, each drawn one up to 6 KB
 
     explicit TextBlockCache(qsizetype capacity = standardCapacity);
 

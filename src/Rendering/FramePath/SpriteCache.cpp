@@ -80,6 +80,15 @@ SpriteKey::SpriteKey(const Primitive &primitive, const QTransform &canvasToDevic
         m_clip = clipInPixels(*primitive.clip, canvasToDevice).translated(-m_origin);
 }
 
+qsizetype SpriteKey::bytes() const
+{
+    const auto *path = std::get_if<QPainterPath>(&m_what);
+    const std::optional<QPainterPath> mask =
+        path ? std::nullopt : std::get<PlacedPicture>(m_what).mask;
+    const int elements = (path ? path->elementCount() : 0) + (mask ? mask->elementCount() : 0);
+    return qsizetype(sizeof *this) + elements * qsizetype(sizeof(QPainterPath::Element));
+}
+
 std::size_t SpriteKey::hash() const
 {
     const auto *path = std::get_if<QPainterPath>(&m_what);
@@ -113,10 +122,9 @@ SpriteCache::SpriteCache(qsizetype spare)
 
 void SpriteCache::insert(const SpriteKey &key, const std::shared_ptr<const Sprite> &sprite)
 {
-    constexpr qsizetype bytesOfAny = 4096; // a key and its path
-    m_entries.emplace(key.hash(), Entry{key, sprite, ++m_uses});
+    const auto entry = m_entries.emplace(key.hash(), Entry{key, sprite, ++m_uses});
     // Every entry is looked at to trim them, so that it is left until some room may be gained.
-    m_added += bytesOfAny + sprite->bytes();
+    m_added += entry->second.bytes();
     if (m_added > m_spare / 8)
         trim();
 }
@@ -129,7 +137,7 @@ void SpriteCache::trim()
     for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
         if (entry->second.sprite.use_count() > 1)
             continue;
-        unused += entry->second.sprite->bytes();
+        unused += entry->second.bytes();
         candidates.push_back(entry);
     }
     std::ranges::sort(candidates, {}, [](const auto &entry) { return entry->second.lastUse; });
@@ -138,7 +146,7 @@ void SpriteCache::trim()
     for (const auto &entry : candidates) {
         if (unused <= m_spare && left <= mostUnused)
             return;
-        unused -= entry->second.sprite->bytes();
+        unused -= entry->second.bytes();
         --left;
         m_entries.erase(entry);
     }

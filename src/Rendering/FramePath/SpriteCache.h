@@ -18,6 +18,8 @@ public:
 
     /// The whole pixels that were taken out of the place.
     QPoint origin() const { return m_origin; }
+    /// Memory of its outline. A picture's isn't counted: the document has it.
+    qsizetype bytes() const;
     std::size_t hash() const;
     bool operator==(const SpriteKey &other) const;
 
@@ -72,6 +74,8 @@ private:
         SpriteKey key;
         std::shared_ptr<const Sprite> sprite;
         quint64 lastUse = 0;
+
+        qsizetype bytes() const { return key.bytes() + sprite->bytes(); }
     };
 
     void trim();

@@ -177,6 +177,26 @@ TEST_F(SpriteCacheTest, KeepsNoMoreSparesThanItMay)
     EXPECT_TRUE(found(nth(6)));
 }
 
+// The outline of a long text takes more than its raster.
+TEST_F(SpriteCacheTest, CountsTheOutlinesAsWell)
+{
+    const auto nth = [](int index) {
+        QPainterPath path;
+        for (int point = 0; point < 10000; ++point)
+            path.lineTo(10 + point % 7, index + point % 3);
+        return fillOf(path);
+    };
+    constexpr qsizetype bytesOfElement = 24;
+    EXPECT_GT(keyOf(nth(0)).bytes(), 10000 * bytesOfElement);
+    cache = SpriteCache(keyOf(nth(0)).bytes() * 7 / 2);
+    for (int index = 0; index < 6; ++index)
+        insert(nth(index));
+
+    EXPECT_FALSE(found(nth(0)));
+    EXPECT_FALSE(found(nth(1)));
+    EXPECT_TRUE(found(nth(5)));
+}
+
 TEST_F(SpriteCacheTest, LetsGoFirstOfWhatWasNotUsedForLongest)
 {
     const auto nth = [](int index) { return fillOf(ellipse({0, 0, 100.0 + index, 50})); };

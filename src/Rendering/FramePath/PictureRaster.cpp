@@ -50,17 +50,13 @@ PictureRaster::PictureRaster(const PlacedPicture &picture, const QTransform &toD
     if (!m_hasSoftEdges)
         return;
     m_coverage = SparseImage(area.size(), QImage::Format_Alpha8);
-    draw(m_image.image(), shown, false);
-    draw(m_coverage.image(), shown, true);
+    draw(shown);
+    drawCoverage();
 }
 
-// A painter takes spans of some rows at once, and samples what lies between two edges from where
-// such a lot begins: with soft edges it is another picture if drawn in parts.
-//
-// A raster operation writes the pixels of a soft edge as if it were a hard one.
-void PictureRaster::draw(QImage &image, const QRect &clip, bool isCoverage) const
+// In the frame's coordinates, as far as the area has them.
+void PictureRaster::setUp(QPainter &painter, const QRect &clip) const
 {
-    QPainter painter(&image);
     const QPoint zero = m_area.topLeft();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     if (clip != m_area)
@@ -72,10 +68,15 @@ void PictureRaster::draw(QImage &image, const QRect &clip, bool isCoverage) cons
     }
     const QPointF corner = m_picture.box.topLeft();
     painter.setTransform(placedFrom(zero, m_toDevice, corner, corner));
-    if (isCoverage) {
-        drawCoverage(painter);
-        return;
-    }
+}
+
+// A painter takes the spans of some rows at once, and samples what lies between two edges from
+// where such a lot begins: with soft edges it is another picture if drawn in parts. A raster
+// operation writes the pixels on a soft edge as if it were a hard one.
+void PictureRaster::draw(const QRect &clip)
+{
+    QPainter painter(&m_image.image());
+    setUp(painter, clip);
     if (m_hasSoftEdges)
         painter.setCompositionMode(QPainter::RasterOp_SourceOrDestination);
     painter.drawImage(m_picture.box, m_picture.image, m_picture.image.rect());
@@ -83,10 +84,12 @@ void PictureRaster::draw(QImage &image, const QRect &clip, bool isCoverage) cons
 
 // A picture that isn't stretched lies on whole pixels, wherever its box does, and has no soft edges
 // but those of its mask.
-void PictureRaster::drawCoverage(QPainter &painter) const
+void PictureRaster::drawCoverage()
 {
     constexpr double beside = 2; // px
     const QRectF &box = m_picture.box;
+    QPainter painter(&m_coverage.image());
+    setUp(painter, m_shown);
     painter.fillRect(m_isStretched ? box : box.adjusted(-beside, -beside, beside, beside),
                      Qt::white);
 }
@@ -99,10 +102,8 @@ RasterRows PictureRaster::rows(const QRect &pixels)
             image->giveBack(m_given, from.y() - m_given);
     }
     m_given = from.y();
-    if (!m_hasSoftEdges) {
-        const QRect wide(m_shown.left(), pixels.top(), m_shown.width(), pixels.height());
-        draw(m_image.image(), wide, false);
-    }
+    if (!m_hasSoftEdges)
+        draw({m_shown.left(), pixels.top(), m_shown.width(), pixels.height()});
     const QImage &image = m_image.image();
     RasterRows rows{image.constScanLine(from.y()) + qsizetype(from.x()) * 4, image.bytesPerLine(),
                     pixels.height()};

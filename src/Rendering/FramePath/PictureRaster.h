@@ -1,8 +1,8 @@
 // A picture in pixels of the frame, as the platform's painter samples it.
 #pragma once
 
-#include "Rendering/SparseImage.h"
 #include "Rendering/Primitive.h"
+#include "Rendering/SparseImage.h"
 
 #include <QRect>
 
@@ -30,13 +30,13 @@ public:
     PictureRaster(const PlacedPicture &picture, const QTransform &toDevice, const QRect &area,
                   const QRect &shown);
 
-    /// A part of the area. Good until the next call, which must ask
-    /// for what lies below.
+    /// A part of the area. Good until the next call, which must ask for what lies below.
     RasterRows rows(const QRect &pixels);
 
 private:
-    void draw(QImage &image, const QRect &clip, bool isCoverage) const;
-    void drawCoverage(QPainter &painter) const;
+    void draw(const QRect &clip);
+    void drawCoverage();
+    void setUp(QPainter &painter, const QRect &clip) const;
 
     const PlacedPicture &m_picture;
     QTransform m_toDevice;

@@ -41,9 +41,7 @@ Cell cellOfPicture(const quint8 *pixels)
 // A picture's cell behind an edge.
 Cell weakened(Cell cell, Cell coverage)
 {
-    if (cell == Cell::empty || coverage == Cell::full)
-        return cell;
-    return coverage == Cell::empty ? Cell::empty : Cell::rim;
+    return cell == Cell::empty || coverage == Cell::full ? cell : Cell::rim;
 }
 
 QRect alignedPixels(const QRectF &box, const QRect &area)

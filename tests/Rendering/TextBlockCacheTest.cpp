@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 namespace tessara {
 namespace {
 
@@ -43,6 +46,21 @@ TEST_F(TextBlockCacheTest, ABlockOutlivesItsPlaceInTheCache)
 
     EXPECT_EQ(first->size(), size);
     EXPECT_NE(small.block(QStringLiteral("1"), font), first);
+}
+
+// Each key typed into a long title leaves a block behind, with megabytes of outlines.
+TEST_F(TextBlockCacheTest, LongTextsThatAreTypedDoNotPileUp)
+{
+    constexpr qsizetype characters = 400;
+    std::vector<std::weak_ptr<const TextBlock>> blocks;
+    for (int key = 0; key < 100; ++key)
+        blocks.push_back(texts.block(QString(characters, QChar(ushort(0x4e00 + key))), font));
+
+    const auto held = std::count_if(blocks.begin(), blocks.end(),
+                                    [](const auto &block) { return !block.expired(); });
+
+    EXPECT_LE(held * characters, TextBlockCache::standardCapacity);
+    EXPECT_FALSE(blocks.back().expired());
 }
 
 TEST_F(TextBlockCacheTest, ATextBeyondTheCapacityIsLaidOutAndNotKept)

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <pthread.h>
+
 namespace tessara {
 
 namespace {
@@ -36,6 +38,7 @@ int ForkJoin::standardThreads()
 
 ForkJoin::ForkJoin(int threads)
 {
+    sched_getaffinity(0, sizeof m_cores, &m_cores);
     for (int thread = 1; thread < threads; ++thread)
         m_workers.emplace_back([this, thread] { work(thread); });
 }
@@ -74,6 +77,22 @@ void ForkJoin::work(int thread)
     }
 }
 
+// Not every scheduler looks for an idle core when a thread is woken: on the caller's own it would
+// wait for the caller, with half of the work undone and the other cores idle.
+void ForkJoin::keepWorkersOffThisCore()
+{
+    const int core = sched_getcpu();
+    if (core == m_callersCore || core < 0)
+        return;
+    m_callersCore = core;
+    cpu_set_t others = m_cores;
+    CPU_CLR(core, &others);
+    if (CPU_COUNT(&others) == 0)
+        return;
+    for (std::thread &worker : m_workers)
+        pthread_setaffinity_np(worker.native_handle(), sizeof others, &others);
+}
+
 void ForkJoin::runPieces(int pieces, int helpers)
 {
     Q_ASSERT(pieces <= mostPieces);
@@ -83,8 +102,10 @@ void ForkJoin::runPieces(int pieces, int helpers)
     m_doneByOthers.store(0, std::memory_order_relaxed);
     const quint64 generation = generationOf(m_ticket.load(std::memory_order_relaxed)) + 1;
     m_ticket.store(ticketFor(generation, pieces), std::memory_order_release);
-    if (asked > 0)
+    if (asked > 0) {
+        keepWorkersOffThisCore();
         ++m_calls;
+    }
     for (int helper = 0; helper < asked; ++helper)
         m_calls.notify_one();
     int own = 0;

@@ -7,11 +7,13 @@
 #include <thread>
 #include <vector>
 
+#include <sched.h>
+
 namespace tessara {
 
 /// Pieces are taken one by one by whoever is free, the caller first of all. It waits for pieces
 /// that another thread has begun and for nothing else: a thread that the system wakes late finds
-/// the work done, and costs nobody anything. One caller at a time.
+/// the work done, and costs nobody anything. One caller at a time; the others stay off its core.
 class ForkJoin
 {
     Q_DISABLE_COPY_MOVE(ForkJoin)
@@ -44,6 +46,7 @@ private:
     using Call = void (*)(const void *context, int piece, int thread);
 
     void runPieces(int pieces, int helpers);
+    void keepWorkersOffThisCore();
     void work(int thread);
     /// The next piece of the work that is under way; below 0 for none.
     int claim();
@@ -57,6 +60,8 @@ private:
     const void *m_context = nullptr;
     Call m_call = nullptr;
     std::vector<std::thread> m_workers;
+    cpu_set_t m_cores{}; // that this process may use
+    int m_callersCore = -1;
 };
 
 } // namespace tessara

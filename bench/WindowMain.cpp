@@ -65,11 +65,11 @@ void report(const AppState &app)
         if (frames.sent == 0)
             continue;
         std::printf("device %d: frames %lld, interval p50 %.2f ms, p99 %.2f ms, max %.2f ms, "
-                    "off by more than 4 ms %lld (%.2f %%)\n",
+                    "late by more than 4 ms %lld (%.2f %%)\n",
                     device, static_cast<long long>(frames.sent), frames.intervals.p50 * 1000,
                     frames.intervals.p99 * 1000, frames.intervals.max * 1000,
-                    static_cast<long long>(frames.intervals.offBeat),
-                    double(frames.intervals.offBeat) / double(frames.sent) * 100);
+                    static_cast<long long>(frames.intervals.late),
+                    double(frames.intervals.late) / double(frames.sent) * 100);
     }
     std::printf("ticks lost %llu\n", static_cast<unsigned long long>(app.missedTicks()));
 }

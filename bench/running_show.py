@@ -105,8 +105,8 @@ def report(show, seconds):
         print(f"device {device}: {frames['width']} x {frames['height']} {frames['format']}, "
               f"{frames['sent']} frames, waited {frames['waited']}, "
               f"intervals p50 {intervals['p50'] * 1000:.2f} ms, p99 {intervals['p99'] * 1000:.2f} ms, "
-              f"max {intervals['max'] * 1000:.2f} ms, off by more than 4 ms {intervals['offBeat']} "
-              f"({intervals['offBeat'] / frames['sent'] * 100:.3f} %)")
+              f"max {intervals['max'] * 1000:.2f} ms, late by more than 4 ms {intervals['late']} "
+              f"({intervals['late'] / frames['sent'] * 100:.3f} %)")
     print(f"ticks lost in {seconds:.0f} s: {show.get('app.missedTicks')}")
     status = pathlib.Path(f"/proc/{show.process.pid}/status").read_text()
     for line in status.splitlines():

@@ -71,9 +71,34 @@ std::string Card::channel()
     return m_channel;
 }
 
+void Card::setTime(const TessaraVirtualCardTime &time)
+{
+    const std::lock_guard guard(m_mutex);
+    m_time = time;
+}
+
+TessaraVirtualCardTime Card::time()
+{
+    const std::lock_guard guard(m_mutex);
+    return m_time;
+}
+
+Cadence::Time Card::now()
+{
+    const TessaraVirtualCardTime source = time();
+    return source.now(source.context);
+}
+
+void Card::waitUntil(Cadence::Time moment)
+{
+    const TessaraVirtualCardTime source = time();
+    source.waitUntil(source.context, moment);
+}
+
 void Card::reset()
 {
     const std::lock_guard guard(m_mutex);
+    m_time = machineTime;
     m_calls.clear();
     m_version = ownVersion;
     for (Device &device : m_devices) {

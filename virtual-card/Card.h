@@ -9,6 +9,7 @@
 
 #include "virtual-card/Calls.h"
 #include "virtual-card/Device.h"
+#include "virtual-card/MachineTime.h"
 
 namespace tessara::virtualcard {
 
@@ -41,6 +42,9 @@ public:
     std::string channel();
     void setFreeRunning(bool isFreeRunning) { m_isFreeRunning = isFreeRunning; }
     bool isFreeRunning() const { return m_isFreeRunning; }
+    void setTime(const TessaraVirtualCardTime &time);
+    Cadence::Time now();
+    void waitUntil(Cadence::Time moment);
     void setVersion(std::uint32_t version) { m_version = version != 0 ? version : ownVersion; }
     std::uint32_t version() const { return m_version; }
     void reset();
@@ -49,11 +53,13 @@ public:
 
 private:
     Card();
+    TessaraVirtualCardTime time();
 
     std::mutex m_mutex;
     std::deque<Device> m_devices; // never moved
     Calls m_calls;
     std::string m_channel;
+    TessaraVirtualCardTime m_time = machineTime;
     std::atomic<bool> m_isFreeRunning = false;
     std::atomic<std::uint32_t> m_version = ownVersion;
 };

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cmath>
 #include <cstring>
 
 namespace tessara::virtualcard {
@@ -178,14 +177,14 @@ void Device::describe(TessaraVirtualCardDevice &description) const
     description.keyerLevel = m_keyerLevel;
 }
 
-std::int64_t Device::countOffBeat(const std::vector<float> &intervals) const
+std::int64_t Device::countLate(const std::vector<float> &intervals) const
 {
     constexpr double tolerance = 0.004; // s
     if (!m_mode)
         return 0;
     const double beat = double(m_mode->frameDuration) / double(m_mode->timeScale);
-    return std::ranges::count_if(
-        intervals, [beat](float interval) { return std::abs(interval - beat) > tolerance; });
+    return std::ranges::count_if(intervals,
+                                 [beat](float interval) { return interval - beat > tolerance; });
 }
 
 void Device::count(TessaraVirtualCardFrames &frames) const
@@ -198,7 +197,7 @@ void Device::count(TessaraVirtualCardFrames &frames) const
     frames.intervalP50 = percentile(sorted, 0.5);
     frames.intervalP99 = percentile(sorted, 0.99);
     frames.intervalMax = percentile(sorted, 1);
-    frames.offBeat = countOffBeat(sorted);
+    frames.late = countLate(sorted);
     if (!m_frames.header())
         return;
     readNewestFrame(*m_frames.header(), [&](const FrameShape &newest, const unsigned char *) {

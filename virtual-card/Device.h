@@ -66,7 +66,7 @@ public:
     const SharedFramesHeader *frames() const { return m_frames.header(); }
 
 private:
-    std::int64_t countOffBeat(const std::vector<float> &intervals) const;
+    std::int64_t countLate(const std::vector<float> &intervals) const;
     const Limits &limitsInForce() const { return isEnabled() ? m_limitsAtStart : m_limits; }
 
     int m_index;

@@ -1,8 +1,5 @@
 #include "virtual-card/DeviceObject.h"
 
-#include <time.h>
-
-#include <cerrno>
 #include <functional>
 
 #include "virtual-card/Card.h"
@@ -12,26 +9,6 @@
 namespace tessara::virtualcard {
 
 using namespace decklink;
-
-namespace {
-
-constexpr Cadence::Time second = 1'000'000'000;
-
-Cadence::Time now()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return time.tv_sec * second + time.tv_nsec;
-}
-
-void waitUntil(Cadence::Time turn)
-{
-    const timespec time{turn / second, turn % second};
-    while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &time, nullptr) == EINTR) {
-    }
-}
-
-} // namespace
 
 DeviceObject::~DeviceObject()
 {
@@ -273,19 +250,20 @@ HRESULT DeviceObject::DisplayVideoFrameSync(IDeckLinkVideoFrame *frame)
         return E_FAIL;
     const FrameShape shape{0, frame->GetPixelFormat(), std::int32_t(frame->GetWidth()),
                            std::int32_t(frame->GetHeight()), std::int32_t(frame->GetRowBytes())};
+    const Cadence::Time time = card.now();
     Cadence::Time turn = 0;
     const HRESULT accepted = card.withDevice(m_device, [&](Device &device) {
         if (!device.isEnabledBy(this))
             return E_ACCESSDENIED;
         if (!device.accepts(shape))
             return E_INVALIDARG;
-        turn = device.noteDisplayCall(now(), card.isFreeRunning());
+        turn = device.noteDisplayCall(time, card.isFreeRunning());
         return S_OK;
     });
     if (accepted != S_OK)
         return accepted;
-    if (turn > now())
-        waitUntil(turn);
+    if (turn > time)
+        card.waitUntil(turn);
     return show(shape, *frame);
 }
 
@@ -301,10 +279,11 @@ HRESULT DeviceObject::show(const SharedFrameDescription &shape, IDeckLinkVideoFr
         result = buffer->GetBytes(&bytes);
         Card &card = Card::instance();
         if (result == S_OK) {
+            const Cadence::Time time = card.now();
             result = card.withDevice(m_device, [&](Device &device) {
                 if (!device.isEnabledBy(this)) // unplugged while the call was waiting
                     return E_ACCESSDENIED;
-                return device.show(shape, bytes, now(), card.isFreeRunning()) ? S_OK : E_INVALIDARG;
+                return device.show(shape, bytes, time, card.isFreeRunning()) ? S_OK : E_INVALIDARG;
             });
         }
         buffer->EndAccess(bmdBufferAccessRead);

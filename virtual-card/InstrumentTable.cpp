@@ -121,11 +121,16 @@ void reset()
     Card::instance().reset();
 }
 
+void setTime(const TessaraVirtualCardTime *time)
+{
+    Card::instance().setTime(time ? *time : machineTime);
+}
+
 } // namespace
 
 extern const TessaraVirtualCardInstruments instrumentTable;
 const TessaraVirtualCardInstruments instrumentTable{
-    .version = 1,
+    .version = 2,
     .size = sizeof(TessaraVirtualCardInstruments),
     .setFreeRunning = setFreeRunning,
     .setChannel = setChannel,
@@ -141,6 +146,7 @@ const TessaraVirtualCardInstruments instrumentTable{
     .liveObjects = countLiveObjects,
     .callCount = callCount,
     .reset = reset,
+    .setTime = setTime,
 };
 
 } // namespace tessara::virtualcard

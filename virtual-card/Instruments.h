@@ -41,7 +41,7 @@ struct TessaraVirtualCardFrames
     double intervalP50; // s, between display calls
     double intervalP99; // s
     double intervalMax; // s
-    int64_t offBeat;    // intervals that miss the mode's by more than 4 ms
+    int64_t late;       // intervals that exceed the mode's by more than 4 ms
 };
 
 struct TessaraVirtualCardFrame
@@ -53,11 +53,19 @@ struct TessaraVirtualCardFrame
     int32_t rowBytes;
 };
 
+// Whose time the display calls keep.
+struct TessaraVirtualCardTime
+{
+    void *context;                 // handed to both
+    int64_t (*now)(void *context); // ns, never going back
+    void (*waitUntil)(void *context, int64_t time);
+};
+
 // A device is its index, plugged or not; -1 stands for what belongs to no device. What returns
 // bool answers false for an argument that names nothing, and then changes nothing.
 struct TessaraVirtualCardInstruments
 {
-    uint32_t version; // 1; grows when a member below changes its meaning
+    uint32_t version; // 2; grows when a member below changes its meaning
     uint32_t size;    // of this record: newer ones only get longer
 
     void (*setFreeRunning)(bool isFreeRunning);
@@ -76,8 +84,10 @@ struct TessaraVirtualCardInstruments
     int64_t (*liveObjects)(); // created and not yet released by the last holder
     // How often a driver operation was called since the last reset.
     int64_t (*callCount)(int32_t device, const char *call);
-    // Takes back failures, limits, removals and the driver version.
+    // Takes back failures, limits, removals, the driver version and the time.
     void (*reset)();
+    // Null for the machine's own. To be called while no output is enabled.
+    void (*setTime)(const TessaraVirtualCardTime *time);
 };
 
 const TessaraVirtualCardInstruments *TessaraVirtualCardInstruments_0001();

@@ -42,7 +42,7 @@ QJsonObject description(const VirtualCardFrames &frames)
     const QJsonObject intervals{{QStringLiteral("p50"), frames.intervals.p50},
                                 {QStringLiteral("p99"), frames.intervals.p99},
                                 {QStringLiteral("max"), frames.intervals.max},
-                                {QStringLiteral("offBeat"), frames.intervals.offBeat}};
+                                {QStringLiteral("late"), frames.intervals.late}};
     return {
         {QStringLiteral("sent"), frames.sent},     {QStringLiteral("waited"), frames.waited},
         {QStringLiteral("format"), frames.format}, {QStringLiteral("width"), frames.width},

@@ -18,7 +18,14 @@ void ManualClock::advanceTo(Nanoseconds end)
         m_now = std::max(m_now, alarms().nextDue());
         alarms().ringOne(m_now, std::numeric_limits<quint64>::max());
     }
-    m_now = end;
+    m_now = std::max(m_now, end); // a call may have held the thread for longer
+}
+
+void ManualClock::waitUntil(Nanoseconds moment)
+{
+    const Nanoseconds waited = std::max(moment - m_now, Nanoseconds{0});
+    m_now += waited;
+    m_waited += waited;
 }
 
 void ManualClock::setWallClock(const QDateTime &time)

@@ -7,17 +7,17 @@ namespace tessara {
 
 namespace {
 
-Nanoseconds monotonic()
+Nanoseconds timeOf(clockid_t clock)
 {
     timespec time{};
-    clock_gettime(CLOCK_MONOTONIC, &time);
+    clock_gettime(clock, &time);
     return std::chrono::seconds{time.tv_sec} + Nanoseconds{time.tv_nsec};
 }
 
 } // namespace
 
 RealClock::RealClock()
-    : m_start(monotonic())
+    : m_start(timeOf(CLOCK_MONOTONIC))
     , m_timer(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC))
 {
     if (m_timer < 0)
@@ -35,7 +35,12 @@ RealClock::~RealClock()
 
 Nanoseconds RealClock::now() const
 {
-    return monotonic() - m_start;
+    return timeOf(CLOCK_MONOTONIC) - m_start;
+}
+
+Nanoseconds RealClock::worked() const
+{
+    return timeOf(CLOCK_THREAD_CPUTIME_ID);
 }
 
 QDateTime RealClock::wallClock() const

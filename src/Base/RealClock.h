@@ -16,6 +16,7 @@ public:
     ~RealClock() override;
 
     Nanoseconds now() const override;
+    Nanoseconds worked() const override;
     QDateTime wallClock() const override;
 
 protected:

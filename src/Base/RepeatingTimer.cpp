@@ -17,6 +17,12 @@ Nanoseconds RepeatingTimer::dueOf(quint64 index) const
     return m_start + toNanoseconds(m_interval * double(index));
 }
 
+void RepeatingTimer::putOff(Nanoseconds delay)
+{
+    m_start += delay;
+    schedule();
+}
+
 void RepeatingTimer::schedule()
 {
     m_alarm = m_clock.at(dueOf(m_next), [this] { ring(); });

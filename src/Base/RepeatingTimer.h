@@ -15,6 +15,9 @@ public:
     Seconds interval() const { return m_interval; }
     quint64 missedBeats() const { return m_missed; }
 
+    /// All beats to come are later by `delay`. None is missed by it.
+    void putOff(Nanoseconds delay);
+
 private:
     void schedule();
     void ring();

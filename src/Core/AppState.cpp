@@ -1,5 +1,6 @@
 #include "Core/AppState.h"
 
+#include "Base/WaitMeter.h"
 #include "Core/KeyModeMatch.h"
 #include "DeckLink/DeckLinkFrameBuffer.h"
 
@@ -182,18 +183,28 @@ void AppState::composeAhead()
         composeFrames(*mode); // what fails here fails again when it is sent, and is told there
 }
 
-// One picture a tick, even for two devices; the fill goes out first.
+// One picture a tick, even for two devices.
 tl::expected<void, QString> AppState::sendFrames(const DeckLinkDisplayMode &mode)
 {
     const tl::expected<ComposedFrames, QString> frames = composeFrames(mode);
     if (!frames)
         return tl::unexpected(frames.error());
-    const tl::expected<void, QString> sentFill = sent(m_fill, frames->fill, frames->bytes[0]);
+    const WaitMeter display(m_clock);
+    const tl::expected<void, QString> outcome = displayFrames(*frames);
+    if (m_outputLoop)
+        m_outputLoop->noteDisplay(display.waited());
+    return outcome;
+}
+
+// The fill goes out first.
+tl::expected<void, QString> AppState::displayFrames(const ComposedFrames &frames)
+{
+    const tl::expected<void, QString> sentFill = sent(m_fill, frames.fill, frames.bytes[0]);
     if (!sentFill || m_routing != DeckLinkOutputRouting::keyAndFill)
         return sentFill;
-    if (!frames->key)
+    if (!frames.key)
         return tl::unexpected(QStringLiteral("Key output is not running"));
-    return sent(m_key, *frames->key, frames->bytes[1]);
+    return sent(m_key, *frames.key, frames.bytes[1]);
 }
 
 tl::expected<AppState::ComposedFrames, QString>

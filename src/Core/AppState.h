@@ -139,6 +139,7 @@ private:
     void composeAhead();
     void sendCurrentFrameToDeckLink();
     tl::expected<void, QString> sendFrames(const DeckLinkDisplayMode &mode);
+    tl::expected<void, QString> displayFrames(const ComposedFrames &frames);
     tl::expected<ComposedFrames, QString> composeFrames(const DeckLinkDisplayMode &mode);
     static tl::expected<DeviceFrames, QString>
     framesFor(DeckLinkManager &manager, const DeckLinkDisplayMode &mode, FrameContent content);

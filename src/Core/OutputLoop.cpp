@@ -8,6 +8,7 @@ OutputLoop::OutputLoop(Clock &clock, double rate, std::function<void()> send)
     : m_clock(clock)
     , m_send(std::move(send))
     , m_timer(clock, Seconds{1.0 / std::max(rate, 1.0)}, [this] { m_task = sendInNextTurn(); })
+    , m_phase(toNanoseconds(m_timer.interval()))
 {
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Base/RepeatingTimer.h"
+#include "Core/OutputPhase.h"
 
 namespace tessara {
 
@@ -17,6 +18,8 @@ public:
     Seconds interval() const { return m_timer.interval(); }
     /// Beats that the main thread was too busy to take.
     quint64 missedTicks() const { return m_timer.missedBeats(); }
+    /// The display calls of this beat have held the main thread for `waited` without any work.
+    void noteDisplay(Nanoseconds waited) { m_timer.putOff(m_phase.delayAfter(waited)); }
 
 private:
     Task sendInNextTurn();
@@ -25,6 +28,7 @@ private:
     std::function<void()> m_send;
     Task m_task;
     RepeatingTimer m_timer;
+    OutputPhase m_phase;
 };
 
 } // namespace tessara

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "Base/ManualClock.h"
 #include "DeckLink/DeckLinkAPIDispatch.h"
 #include "DeckLink/MonitorImage.h"
 #include "virtual-card/Instruments.h"
@@ -10,7 +11,7 @@
 namespace tessara {
 namespace {
 
-constexpr quint32 knownVersion = 1;
+constexpr quint32 knownVersion = 2;
 
 struct FormatName
 {
@@ -78,7 +79,7 @@ std::optional<VirtualCardFrames> VirtualCard::frames(int device) const
         frames.width,
         frames.height,
         frames.rowBytes,
-        {frames.intervalP50, frames.intervalP99, frames.intervalMax, frames.offBeat}};
+        {frames.intervalP50, frames.intervalP99, frames.intervalMax, frames.late}};
 }
 
 std::optional<VirtualCardFrame> VirtualCard::newestFrame(int device) const
@@ -153,6 +154,20 @@ bool VirtualCard::restore(int device) const
 void VirtualCard::setFreeRunning(bool isFreeRunning) const
 {
     m_instruments->setFreeRunning(isFreeRunning);
+}
+
+void VirtualCard::setClock(ManualClock *clock) const
+{
+    if (!clock)
+        return m_instruments->setTime(nullptr);
+    const auto now = [](void *context) -> int64_t {
+        return static_cast<ManualClock *>(context)->now().count();
+    };
+    const auto waitUntil = [](void *context, int64_t moment) {
+        static_cast<ManualClock *>(context)->waitUntil(Nanoseconds{moment});
+    };
+    const TessaraVirtualCardTime time{clock, now, waitUntil};
+    m_instruments->setTime(&time);
 }
 
 bool VirtualCard::setChannel(const QString &name) const

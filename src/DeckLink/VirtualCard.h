@@ -13,6 +13,8 @@ struct TessaraVirtualCardInstruments;
 
 namespace tessara {
 
+class ManualClock;
+
 /// One device of the virtual card, unplugged ones included.
 struct VirtualCardDevice
 {
@@ -31,10 +33,10 @@ struct VirtualCardDevice
 /// Between display calls.
 struct VirtualCardIntervals
 {
-    double p50 = 0;     // s
-    double p99 = 0;     // s
-    double max = 0;     // s
-    qint64 offBeat = 0; // those that miss the mode's interval by more than 4 ms
+    double p50 = 0;  // s
+    double p99 = 0;  // s
+    double max = 0;  // s
+    qint64 late = 0; // those that exceed the mode's interval by more than 4 ms
 };
 
 /// What a device was sent since its output was last enabled.
@@ -91,6 +93,9 @@ public:
     [[nodiscard]] bool restore(int device) const;
     /// On a clock that doesn't follow the real one no display call waits.
     void setFreeRunning(bool isFreeRunning) const;
+    /// Display calls keep the time of `clock`, and wait on it; null for the machine's own. Not
+    /// while an output is enabled. The clock has to outlive what is sent.
+    void setClock(ManualClock *clock) const;
     /// The name under which other programs find the frames and the locks. False for a name that
     /// can't be one, and while an output is enabled.
     [[nodiscard]] bool setChannel(const QString &name) const;
@@ -100,7 +105,7 @@ public:
     qint64 liveObjects() const;
     /// How often a driver operation was called since the last reset.
     qint64 callCount(int device, const QString &call) const;
-    /// Takes back every failure, limit and removal, and another driver version.
+    /// Takes back every failure, limit and removal, another driver version and a clock.
     void reset() const;
 
 private:

@@ -3,9 +3,11 @@
 
 #include "Base/ManualClock.h"
 #include "Base/RealClock.h"
+#include "Base/WaitMeter.h"
 
 #include <gtest/gtest.h>
 
+#include <thread>
 #include <vector>
 
 namespace tessara {
@@ -83,6 +85,42 @@ TEST_F(ManualClockTest, WallClockMovesWithTheTimeFromWhereItWasSet)
     clock.advance(2500ms);
 
     EXPECT_EQ(clock.wallClock(), QDateTime(QDate(2026, 11, 20), QTime(20, 30, 0, 500)));
+}
+
+TEST_F(ManualClockTest, ACallThatHoldsTheThreadDelaysWhatIsDue)
+{
+    std::vector<Nanoseconds> times;
+    const Alarm holding = clock.at(10ms, [this] { clock.waitUntil(50ms); });
+    const Alarm held = clock.at(20ms, [&] { times.push_back(clock.now()); });
+
+    clock.advance(30ms);
+
+    EXPECT_EQ(times, std::vector<Nanoseconds>{50ms});
+    EXPECT_EQ(clock.now(), 50ms);
+}
+
+TEST(WaitMeterTest, WorkIsNoWait)
+{
+    ManualClock clock;
+    clock.waitUntil(3ms);
+    const WaitMeter meter(clock);
+
+    clock.stall(Seconds{0.005});
+    clock.waitUntil(10ms);
+    clock.waitUntil(4ms); // has long been
+
+    EXPECT_EQ(clock.now(), 10ms);
+    EXPECT_EQ(meter.waited(), 2ms);
+}
+
+TEST(RealClockTest, ASleepingThreadWaits)
+{
+    RealClock clock;
+    const WaitMeter meter(clock);
+
+    std::this_thread::sleep_for(5ms);
+
+    EXPECT_GT(meter.waited(), 4ms);
 }
 
 TEST(RealClockTest, RingsInOrderAndNotBeforeTheTime)

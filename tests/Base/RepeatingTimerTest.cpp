@@ -42,6 +42,32 @@ TEST_F(RepeatingTimerTest, LateBeatsAreCountedAndNotMadeUpFor)
     EXPECT_EQ(timer.missedBeats(), 2u);
 }
 
+TEST_F(RepeatingTimerTest, WhatIsPutOffIsNotMissed)
+{
+    RepeatingTimer timer(clock, Seconds{0.02}, note);
+    clock.advance(20ms);
+
+    timer.putOff(5ms);
+    clock.advance(50ms);
+
+    EXPECT_EQ(beats, (std::vector<Nanoseconds>{20ms, 45ms, 65ms}));
+    EXPECT_EQ(timer.missedBeats(), 0u);
+}
+
+TEST_F(RepeatingTimerTest, ABeatMayPutOffTheNext)
+{
+    RepeatingTimer *timer = nullptr;
+    RepeatingTimer made(clock, Seconds{0.02}, [&] {
+        note();
+        timer->putOff(1ms);
+    });
+    timer = &made;
+
+    clock.advance(63ms);
+
+    EXPECT_EQ(beats, (std::vector<Nanoseconds>{20ms, 41ms, 62ms}));
+}
+
 TEST_F(RepeatingTimerTest, ABeatMayDropItsOwnTimer)
 {
     std::unique_ptr<RepeatingTimer> timer;

@@ -1,0 +1,28 @@
+// Where in a card's frame the beat of an output falls.
+#pragma once
+
+#include "Base/Seconds.h"
+
+namespace tessara {
+
+/// A card holds one frame ahead. Once a beat was late enough for the card to go on without it, each
+/// of the next finds the card full, and its display call holds the main thread until the card's
+/// next frame: for up to a whole interval, on every beat from then on. So the beat moves on by
+/// small steps until calls find room again.
+class OutputPhase
+{
+public:
+    explicit OutputPhase(Nanoseconds interval);
+
+    /// How much later the next beats are to come, after one whose display calls have waited for
+    /// `waited`.
+    Nanoseconds delayAfter(Nanoseconds waited);
+
+private:
+    Nanoseconds m_step;
+    Nanoseconds m_farthest;
+    Nanoseconds m_moved{0}; // since calls began to wait
+    int m_waits = 0;        // in a row
+};
+
+} // namespace tessara

@@ -3,11 +3,13 @@
 
 The layers of a preset, and those that macros add, go through the virtual card in real time, without a
 display. With --canvas-width the show is scaled to a larger canvas. It prints the intervals between
-frames, the ticks that were lost and when, what the main thread did, and the memory of the program.
+frames, what the main thread did, the memory of the program, and the ticks that were lost: when, and
+whether the machine itself stood still then.
 """
 import argparse
 import json
 import pathlib
+import subprocess
 import sys
 import tempfile
 import time
@@ -15,8 +17,28 @@ import time
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "scripts"))
 from headless import PROGRAM, Show  # noqa: E402
 
+STALL_WATCH = PROGRAM.with_name("tessara-bench-stalls")
 DESIGN_WIDTH = 1920  # of the canvas that presets are made for
 MACRO_LENGTHS = ("posX", "posY", "sizeW", "sizeH", "fontSize", "cornerRadius")
+
+
+class StallWatch:
+    """Notes when nothing could run on a core, not even what goes before all others."""
+
+    def __init__(self):
+        self.process = subprocess.Popen([str(STALL_WATCH)], stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, text=True)
+        self.stalls = []
+
+    def end(self):
+        lines, _ = self.process.communicate()
+        for line in lines.splitlines():
+            core, begin, end = line.split()
+            self.stalls.append((int(core), float(begin), float(end)))
+
+    def between(self, start, end):
+        return ", ".join(f"core {core} for {(until - since) * 1000:.1f} ms"
+                         for core, since, until in self.stalls if since < end and until > start)
 
 
 def scaled_preset(preset, scale):
@@ -83,17 +105,30 @@ def dissolve_in_and_out(show, layers, seconds):
     dissolve = 0.4  # s
     for layer in layers:
         show.call("document.setRunDissolveDuration", dissolve, layer)
+    losses = []
     lost = 0
-    start = time.monotonic()
+    start = looked = time.monotonic()
     while time.monotonic() < start + seconds:
         for layer in layers:
             show.call("document.toggleCue", layer)
         show.call("document.takeCues")
         show.wait(dissolve + 0.05)
         before, lost = lost, show.get("app.missedTicks")
+        since, looked = looked, time.monotonic()
         if lost > before:
-            print(f"{lost - before} ticks lost before {time.monotonic() - start:.1f} s")
-    return time.monotonic() - start
+            losses.append((lost - before, since, looked))
+    return start, looked, losses
+
+
+def report_losses(start, losses, watch):
+    for count, since, until in losses:
+        still = watch.between(since, until)
+        print(f"{count} ticks lost between {since - start:.1f} and {until - start:.1f} s: "
+              f"{'the machine stood still, ' + still if still else 'the machine ran'}")
+    if watch.stalls:
+        lengths = [end - begin for _, begin, end in watch.stalls]
+        print(f"machine: {len(lengths)} times a core stood still for more than 4 ms, "
+              f"{max(lengths) * 1000:.1f} ms at most")
 
 
 def report(show, seconds):
@@ -132,10 +167,14 @@ def main():
         print(f"{len(layers)} layers on {options.canvas_width} px, {options.mode}, "
               f"{options.routing}")
         show.call("app.startDeckLinkOutput")
+        watch = StallWatch()
         before = main_thread(show)
-        seconds = dissolve_in_and_out(show, layers, options.seconds)
+        start, end, losses = dissolve_in_and_out(show, layers, options.seconds)
+        seconds = end - start
         ran, waited = (after - then for after, then in zip(main_thread(show), before))
+        watch.end()
         report(show, seconds)
+        report_losses(start, losses, watch)
         print(f"main thread: ran {ran / seconds * 100:.1f} % of the time, "
               f"waited {waited * 1000:.0f} ms for a core")
         show.call("app.stopDeckLinkOutput")

@@ -95,6 +95,14 @@ def build(show, options, data):
             show.wait(2)
 
 
+def part_groups(show, layers):
+    """A group is cued as one: each layer is to be cued for itself."""
+    for layer in layers:
+        group = show.call("document.presetGroupID", layer)
+        if group:
+            show.call("document.ungroupPreset", group)
+
+
 def main_thread(show):
     """Seconds that the program's main thread has run, and that it has waited for a core."""
     schedule = pathlib.Path(f"/proc/{show.process.pid}/schedstat").read_text().split()
@@ -104,6 +112,7 @@ def main_thread(show):
 def dissolve_in_and_out(show, layers, seconds):
     dissolve = 0.4  # s
     for layer in layers:
+        show.call("document.setRunTransitionStyle", "dissolve", layer)
         show.call("document.setRunDissolveDuration", dissolve, layer)
     losses = []
     lost = 0
@@ -164,6 +173,7 @@ def main():
         show.set("app.deckLinkOutputRouting", options.routing)
         build(show, options, data)
         layers = show.get("document.layerOrder")
+        part_groups(show, layers)
         print(f"{len(layers)} layers on {options.canvas_width} px, {options.mode}, "
               f"{options.routing}")
         show.call("app.startDeckLinkOutput")

@@ -107,6 +107,12 @@ void Card::reset()
     }
 }
 
+void Card::finishTransfers()
+{
+    const std::lock_guard guard(m_mutex);
+    std::ranges::for_each(m_devices, &Device::finishTransfer);
+}
+
 void Card::close()
 {
     const std::lock_guard guard(m_mutex);

@@ -48,6 +48,8 @@ public:
     void setVersion(std::uint32_t version) { m_version = version != 0 ? version : ownVersion; }
     std::uint32_t version() const { return m_version; }
     void reset();
+    /// Until every frame that was shown has been fetched.
+    void finishTransfers();
     /// Takes the frames out of shared memory.
     void close();
 

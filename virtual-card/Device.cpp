@@ -86,6 +86,8 @@ HRESULT Device::enable(const void *holder, const Mode &mode, const std::string &
         m_lock.unlock();
         return E_OUTOFMEMORY;
     }
+    if (!m_transfer)
+        m_transfer = std::make_unique<FrameTransfer>(m_frames);
     m_holder = holder;
     m_mode = &mode;
     m_limitsAtStart = m_limits;
@@ -100,6 +102,7 @@ HRESULT Device::enable(const void *holder, const Mode &mode, const std::string &
 void Device::disable()
 {
     disableKeyer();
+    finishTransfer();
     m_frames.setEnabled(false); // the last frame stays to be looked at
     m_lock.unlock();
     m_holder = nullptr;
@@ -108,6 +111,7 @@ void Device::disable()
 void Device::close()
 {
     disable();
+    m_transfer.reset();
     m_frames.close();
 }
 
@@ -153,16 +157,27 @@ Cadence::Time Device::noteDisplayCall(Cadence::Time now, bool isFreeRunning)
     return turn;
 }
 
-bool Device::show(const FrameShape &frame, const void *bytes, Cadence::Time now, bool isFreeRunning)
+void Device::show(const FrameShape &frame, IDeckLinkVideoBuffer *buffer, const void *bytes,
+                  Cadence::Time now, bool isFreeRunning)
 {
-    if (!m_frames.publish(frame, bytes))
-        return false;
+    m_transfer->begin(frame, buffer, bytes);
     ++m_sent;
     if (isFreeRunning)
         m_cadence.emplace(m_mode->frameDuration, m_mode->timeScale); // begins anew when it is over
     else
         m_cadence->take(now);
-    return true;
+}
+
+void Device::finishTransfer() const
+{
+    if (m_transfer)
+        m_transfer->finish();
+}
+
+const SharedFramesHeader *Device::frames() const
+{
+    finishTransfer();
+    return m_frames.header();
 }
 
 void Device::describe(TessaraVirtualCardDevice &description) const
@@ -198,9 +213,10 @@ void Device::count(TessaraVirtualCardFrames &frames) const
     frames.intervalP99 = percentile(sorted, 0.99);
     frames.intervalMax = percentile(sorted, 1);
     frames.late = countLate(sorted);
-    if (!m_frames.header())
+    const SharedFramesHeader *shown = this->frames();
+    if (!shown)
         return;
-    readNewestFrame(*m_frames.header(), [&](const FrameShape &newest, const unsigned char *) {
+    readNewestFrame(*shown, [&](const FrameShape &newest, const unsigned char *) {
         frames.pixelFormat = newest.pixelFormat;
         frames.width = newest.width;
         frames.height = newest.height;

@@ -1,11 +1,13 @@
 // One device of the card: what it can do, and what its output is doing.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "virtual-card/Cadence.h"
+#include "virtual-card/FrameTransfer.h"
 #include "virtual-card/Instruments.h"
 #include "virtual-card/OutputLock.h"
 #include "virtual-card/SharedFrameWriter.h"
@@ -59,11 +61,16 @@ public:
     bool accepts(const FrameShape &frame) const;
     /// When a display call that comes now gets its turn.
     Cadence::Time noteDisplayCall(Cadence::Time now, bool isFreeRunning);
-    bool show(const FrameShape &frame, const void *bytes, Cadence::Time now, bool isFreeRunning);
+    bool hasRoomFor(const FrameShape &frame) const { return m_frames.hasRoomFor(frame); }
+    /// For a frame that there is room for, whose buffer is let go when it has been fetched.
+    void show(const FrameShape &frame, decklink::IDeckLinkVideoBuffer *buffer, const void *bytes,
+              Cadence::Time now, bool isFreeRunning);
+    /// Until every frame that was shown has been fetched.
+    void finishTransfer() const;
 
     void describe(TessaraVirtualCardDevice &description) const;
     void count(TessaraVirtualCardFrames &frames) const;
-    const SharedFramesHeader *frames() const { return m_frames.header(); }
+    const SharedFramesHeader *frames() const;
 
 private:
     std::int64_t countLate(const std::vector<float> &intervals) const;
@@ -87,6 +94,7 @@ private:
     std::vector<float> m_intervals; // s
     OutputLock m_lock;
     SharedFrameWriter m_frames;
+    std::unique_ptr<FrameTransfer> m_transfer; // between the first output and the close
 };
 
 } // namespace tessara::virtualcard

@@ -277,19 +277,29 @@ HRESULT DeviceObject::show(const SharedFrameDescription &shape, IDeckLinkVideoFr
     if (result == S_OK) {
         void *bytes = nullptr;
         result = buffer->GetBytes(&bytes);
-        Card &card = Card::instance();
-        if (result == S_OK) {
-            const Cadence::Time time = card.now();
-            result = card.withDevice(m_device, [&](Device &device) {
-                if (!device.isEnabledBy(this)) // unplugged while the call was waiting
-                    return E_ACCESSDENIED;
-                return device.show(shape, bytes, time, card.isFreeRunning()) ? S_OK : E_INVALIDARG;
-            });
-        }
+        if (result == S_OK)
+            result = transfer(shape, buffer, bytes);
+        if (result == S_OK)
+            return S_OK; // the transfer lets go of the buffer
         buffer->EndAccess(bmdBufferAccessRead);
     }
     buffer->Release();
     return result;
+}
+
+HRESULT DeviceObject::transfer(const SharedFrameDescription &shape, IDeckLinkVideoBuffer *buffer,
+                               const void *bytes)
+{
+    Card &card = Card::instance();
+    const Cadence::Time time = card.now();
+    return card.withDevice(m_device, [&](Device &device) {
+        if (!device.isEnabledBy(this)) // unplugged while the call was waiting
+            return E_ACCESSDENIED;
+        if (!device.hasRoomFor(shape))
+            return E_INVALIDARG;
+        device.show(shape, buffer, bytes, time, card.isFreeRunning());
+        return S_OK;
+    });
 }
 
 HRESULT DeviceObject::IsScheduledPlaybackRunning(bool *running)

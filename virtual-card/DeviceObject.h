@@ -96,6 +96,8 @@ private:
 
     bool refuses(std::string_view call) const;
     HRESULT show(const SharedFrameDescription &shape, decklink::IDeckLinkVideoFrame &frame);
+    HRESULT transfer(const SharedFrameDescription &shape, decklink::IDeckLinkVideoBuffer *buffer,
+                     const void *bytes);
 
     int m_device;
 };

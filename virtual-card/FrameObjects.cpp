@@ -11,24 +11,22 @@ BufferObject::BufferObject(std::size_t size)
 
 HRESULT BufferObject::GetBytes(void **bytes)
 {
-    *bytes = m_access ? m_bytes.get() : nullptr;
-    return m_access ? S_OK : E_ACCESSDENIED;
+    const bool hasAccess = m_access != noAccess;
+    *bytes = hasAccess ? m_bytes.get() : nullptr;
+    return hasAccess ? S_OK : E_ACCESSDENIED;
 }
 
 HRESULT BufferObject::StartAccess(BMDBufferAccessFlags flags)
 {
-    if (m_access)
-        return E_ACCESSDENIED;
-    m_access = flags;
-    return S_OK;
+    if (flags == noAccess)
+        return E_INVALIDARG;
+    BMDBufferAccessFlags none = noAccess;
+    return m_access.compare_exchange_strong(none, flags) ? S_OK : E_ACCESSDENIED;
 }
 
 HRESULT BufferObject::EndAccess(BMDBufferAccessFlags flags)
 {
-    if (m_access != flags)
-        return E_INVALIDARG;
-    m_access.reset();
-    return S_OK;
+    return m_access.compare_exchange_strong(flags, noAccess) ? S_OK : E_INVALIDARG;
 }
 
 FrameObject::FrameObject(const SharedFrameDescription &shape, BMDFrameFlags flags,

@@ -1,15 +1,15 @@
 // Frames and their memory as the driver hands them out.
 #pragma once
 
+#include <atomic>
 #include <memory>
-#include <optional>
 
 #include "virtual-card/DriverObject.h"
 #include "virtual-card/SharedFrames.h"
 
 namespace tessara::virtualcard {
 
-/// Memory of the driver's own.
+/// Memory of the driver's own. One access at a time, be it the card's.
 class BufferObject final : public DriverObject<decklink::IDeckLinkVideoBuffer>
 {
 public:
@@ -20,8 +20,10 @@ public:
     decklink::HRESULT EndAccess(decklink::BMDBufferAccessFlags flags) override;
 
 private:
+    static constexpr decklink::BMDBufferAccessFlags noAccess = 0;
+
     std::unique_ptr<unsigned char[]> m_bytes;
-    std::optional<decklink::BMDBufferAccessFlags> m_access;
+    std::atomic<decklink::BMDBufferAccessFlags> m_access = noAccess;
 };
 
 /// A frame over a buffer, the sender's or the driver's own.

@@ -93,9 +93,10 @@ std::uint64_t newestFrame(std::int32_t device, TessaraVirtualCardFrame *frame, v
 {
     std::uint64_t size = 0;
     onDevice(device, [&](const Device &it) {
-        if (!it.frames())
+        const SharedFramesHeader *frames = it.frames();
+        if (!frames)
             return;
-        readNewestFrame(*it.frames(), [&](const FrameShape &newest, const unsigned char *source) {
+        readNewestFrame(*frames, [&](const FrameShape &newest, const unsigned char *source) {
             *frame = {std::int64_t(newest.number), newest.pixelFormat, newest.width, newest.height,
                       newest.rowBytes};
             size = newest.size();
@@ -108,6 +109,7 @@ std::uint64_t newestFrame(std::int32_t device, TessaraVirtualCardFrame *frame, v
 
 std::int64_t countLiveObjects()
 {
+    Card::instance().finishTransfers();
     return liveObjects;
 }
 

@@ -24,8 +24,9 @@ public:
 
     void setEnabled(bool isEnabled);
     void setKeying(bool isKeying);
-    /// False for a frame that is larger than a slot.
-    bool publish(SharedFrameDescription frame, const void *bytes);
+    bool hasRoomFor(const SharedFrameDescription &frame) const;
+    /// For a frame that there is room for; on whatever thread, one at a time.
+    void publish(SharedFrameDescription frame, const void *bytes);
 
     /// Null while closed.
     const SharedFramesHeader *header() const { return m_header; }

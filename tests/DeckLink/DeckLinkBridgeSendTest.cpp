@@ -246,7 +246,7 @@ TEST_F(DeckLinkBridgeSendTest, AFrameOfAnotherSizeIsRefusedByTheCard)
     EXPECT_EQ(send(picture, 1280, 720, 1280 * 4), "DisplayVideoFrameSync failed.");
 }
 
-TEST_F(DeckLinkBridgeSendTest, NothingOfAFrameIsHeldAfterItWasShown)
+TEST_F(DeckLinkBridgeSendTest, NothingOfAFrameIsHeldOnceItIsFetched)
 {
     start();
     const qint64 objects = card.liveObjects();
@@ -258,8 +258,8 @@ TEST_F(DeckLinkBridgeSendTest, NothingOfAFrameIsHeldAfterItWasShown)
         EXPECT_EQ(send(FrameBytes(owner, frame.size())), QString());
     }
 
-    EXPECT_TRUE(watched.expired());
     EXPECT_EQ(card.liveObjects(), objects);
+    EXPECT_TRUE(watched.expired());
 }
 
 } // namespace

@@ -92,8 +92,10 @@ void AppState::startDeckLinkOutput()
         return;
     }
     composeAhead();
-    m_outputLoop = std::make_unique<OutputLoop>(m_clock, outputRate(),
-                                                [this] { sendCurrentFrameToDeckLink(); });
+    m_outputLoop =
+        std::make_unique<OutputLoop>(m_clock, outputRate(),
+                                     OutputLoop::Frames{[this] { return composeCurrentFrame(); },
+                                                        [this] { displayComposedFrame(); }});
     emit outputChanged();
     sendCurrentFrameToDeckLink(); // the first frame doesn't wait for the first tick
 }
@@ -136,6 +138,7 @@ tl::expected<void, QString> AppState::startKeyAndFill()
 void AppState::stopDeckLinkOutput()
 {
     m_outputLoop.reset();
+    m_composed.reset();
     m_fill.stopOutput();
     m_key.stopOutput();
     emit outputChanged();
@@ -155,18 +158,44 @@ double AppState::outputRate() const
 
 void AppState::sendCurrentFrameToDeckLink()
 {
+    if (composeCurrentFrame())
+        displayComposedFrame();
+}
+
+bool AppState::composeCurrentFrame()
+{
     const std::optional<DeckLinkDisplayMode> mode = m_fill.selectedMode();
     if (!m_fill.isOutputRunning() || m_isSendingFrame || !mode)
+        return false;
+    const tl::expected<ComposedFrames, QString> frames = composeFrames(*mode);
+    if (!frames) {
+        stopAfter(frames.error());
+        return false;
+    }
+    m_composed = *frames;
+    return true;
+}
+
+void AppState::displayComposedFrame()
+{
+    const std::optional<ComposedFrames> frames = std::exchange(m_composed, std::nullopt);
+    if (!frames || !m_fill.isOutputRunning())
         return;
     m_isSendingFrame = true;
-    const tl::expected<void, QString> frames = sendFrames(*mode);
+    const WaitMeter display(m_clock);
+    const tl::expected<void, QString> outcome = displayFrames(*frames);
     m_isSendingFrame = false;
-    if (!frames) {
-        setLastErrorMessage(frames.error());
-        stopDeckLinkOutput(); // nothing restarts by itself
-        return;
-    }
+    if (m_outputLoop)
+        m_outputLoop->noteDisplay(display.waited());
+    if (!outcome)
+        return stopAfter(outcome.error());
     m_framePath.prepareHidden();
+}
+
+void AppState::stopAfter(const QString &message)
+{
+    setLastErrorMessage(message);
+    stopDeckLinkOutput(); // nothing restarts by itself
 }
 
 bool AppState::hasKeyOutput() const
@@ -183,30 +212,18 @@ void AppState::composeAhead()
         composeFrames(*mode); // what fails here fails again when it is sent, and is told there
 }
 
-// One picture a tick, even for two devices.
-tl::expected<void, QString> AppState::sendFrames(const DeckLinkDisplayMode &mode)
-{
-    const tl::expected<ComposedFrames, QString> frames = composeFrames(mode);
-    if (!frames)
-        return tl::unexpected(frames.error());
-    const WaitMeter display(m_clock);
-    const tl::expected<void, QString> outcome = displayFrames(*frames);
-    if (m_outputLoop)
-        m_outputLoop->noteDisplay(display.waited());
-    return outcome;
-}
-
 // The fill goes out first.
 tl::expected<void, QString> AppState::displayFrames(const ComposedFrames &frames)
 {
     const tl::expected<void, QString> sentFill = sent(m_fill, frames.fill, frames.bytes[0]);
     if (!sentFill || m_routing != DeckLinkOutputRouting::keyAndFill)
         return sentFill;
-    if (!frames.key)
+    if (!frames.key || !hasKeyOutput())
         return tl::unexpected(QStringLiteral("Key output is not running"));
     return sent(m_key, *frames.key, frames.bytes[1]);
 }
 
+// One picture a tick, even for two devices.
 tl::expected<AppState::ComposedFrames, QString>
 AppState::composeFrames(const DeckLinkDisplayMode &mode)
 {

@@ -138,7 +138,10 @@ private:
     double outputRate() const;
     void composeAhead();
     void sendCurrentFrameToDeckLink();
-    tl::expected<void, QString> sendFrames(const DeckLinkDisplayMode &mode);
+    /// Answers false when there is none, for want of an output.
+    bool composeCurrentFrame();
+    void displayComposedFrame();
+    void stopAfter(const QString &message);
     tl::expected<void, QString> displayFrames(const ComposedFrames &frames);
     tl::expected<ComposedFrames, QString> composeFrames(const DeckLinkDisplayMode &mode);
     static tl::expected<DeviceFrames, QString>
@@ -159,6 +162,7 @@ private:
     DeckLinkManager m_fill;
     DeckLinkManager m_key;
     DeckLinkOutputRouting m_routing = DeckLinkOutputRouting::fillOnly;
+    std::optional<ComposedFrames> m_composed; // and not yet shown
     bool m_isSendingFrame = false;
     RealtimeClock m_realtimeClock;
     std::unique_ptr<OutputLoop> m_outputLoop;

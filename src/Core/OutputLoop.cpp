@@ -4,21 +4,32 @@
 
 namespace tessara {
 
-OutputLoop::OutputLoop(Clock &clock, double rate, std::function<void()> send)
+OutputLoop::OutputLoop(Clock &clock, double rate, Frames frames)
     : m_clock(clock)
-    , m_send(std::move(send))
-    , m_timer(clock, Seconds{1.0 / std::max(rate, 1.0)}, [this] { m_task = sendInNextTurn(); })
+    , m_frames(std::move(frames))
+    , m_timer(clock, Seconds{1.0 / std::max(rate, 1.0)}, [this] { m_task = takeBeat(); })
     , m_phase(toNanoseconds(m_timer.interval()))
+    , m_pace(toNanoseconds(m_timer.interval()))
 {
 }
 
-Task OutputLoop::sendInNextTurn()
+Task OutputLoop::takeBeat()
 {
     const bool started = co_await m_clock.nextTurn();
     if (!started)
         co_return;
-    const auto send = m_send; // the frame may end the loop
-    send();
+    const Frames frames = m_frames; // they may end the loop
+    const Nanoseconds begun = m_clock.now();
+    const bool isComposed = frames.compose();
+    if (!isComposed)
+        co_return;
+    const Nanoseconds end = m_timer.lastBeat() + m_pace.delayFor(m_clock.now() - begun);
+    if (const Nanoseconds early = end - m_clock.now(); early > Nanoseconds{0}) {
+        const bool waited = co_await m_clock.sleep(early);
+        if (!waited)
+            co_return;
+    }
+    frames.display();
 }
 
 } // namespace tessara

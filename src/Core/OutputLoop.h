@@ -2,18 +2,27 @@
 #pragma once
 
 #include "Base/RepeatingTimer.h"
+#include "Core/OutputPace.h"
 #include "Core/OutputPhase.h"
 
 namespace tessara {
 
-/// Calls `send` at the output's rate. Each beat starts a task of its own on the main thread, so
-/// that what is due in the same turn of the main loop, a step of a take above all, comes before the
-/// frame.
+/// Composes a frame at the output's rate, and shows each as long after its beat as the others. Each
+/// beat starts a task of its own on the main thread, so that what is due in the same turn of the
+/// main loop, a step of a take above all, comes before the frame.
 class OutputLoop
 {
 public:
+    /// What to do at a beat. Either may end the loop; `compose` then answers false, as it does when
+    /// there is no frame to show.
+    struct Frames
+    {
+        std::function<bool()> compose;
+        std::function<void()> display;
+    };
+
     /// `rate` in frames a second; below 1 counts as 1.
-    OutputLoop(Clock &clock, double rate, std::function<void()> send);
+    OutputLoop(Clock &clock, double rate, Frames frames);
 
     Seconds interval() const { return m_timer.interval(); }
     /// Beats that the main thread was too busy to take.
@@ -22,13 +31,14 @@ public:
     void noteDisplay(Nanoseconds waited) { m_timer.putOff(m_phase.delayAfter(waited)); }
 
 private:
-    Task sendInNextTurn();
+    Task takeBeat();
 
     Clock &m_clock;
-    std::function<void()> m_send;
+    Frames m_frames;
     Task m_task;
     RepeatingTimer m_timer;
     OutputPhase m_phase;
+    OutputPace m_pace;
 };
 
 } // namespace tessara

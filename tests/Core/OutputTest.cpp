@@ -240,8 +240,8 @@ TEST_F(OutputTest, AMatchedPairRunsAtItsOwnRate)
 
 TEST_F(OutputTest, ARateBelowOneCountsAsOne)
 {
-    EXPECT_DOUBLE_EQ(OutputLoop(clock, 0, [] {}).interval().count(), 1);
-    EXPECT_DOUBLE_EQ(OutputLoop(clock, 59.94, [] {}).interval().count(), 1 / 59.94);
+    EXPECT_DOUBLE_EQ(OutputLoop(clock, 0, {}).interval().count(), 1);
+    EXPECT_DOUBLE_EQ(OutputLoop(clock, 59.94, {}).interval().count(), 1 / 59.94);
 }
 
 TEST_F(OutputTest, AChangeOfRoutingStopsAndNeverStarts)

@@ -68,10 +68,21 @@ void report(const AppState &app)
                     "late by more than 4 ms %lld (%.2f %%)\n",
                     device, static_cast<long long>(frames.sent), frames.intervals.p50 * 1000,
                     frames.intervals.p99 * 1000, frames.intervals.max * 1000,
-                    static_cast<long long>(frames.intervals.late),
-                    double(frames.intervals.late) / double(frames.sent) * 100);
+                    static_cast<long long>(frames.intervals.late.size()),
+                    double(frames.intervals.late.size()) / double(frames.sent) * 100);
     }
     std::printf("ticks lost %llu\n", static_cast<unsigned long long>(app.missedTicks()));
+}
+
+/// Each layer dissolves by itself: a group is cued as one.
+void prepareToDissolve(CanvasDocument &document, const QList<QUuid> &layers)
+{
+    for (const QUuid &id : layers) {
+        if (const std::optional<QUuid> group = document.presetGroupID(id))
+            document.ungroupPreset(*group);
+        document.setRunTransitionStyle(LayerRunTransitionStyle::dissolve, id);
+        document.setRunDissolveDuration(0.35, id);
+    }
 }
 
 /// Takes layers in and out together, over and over, with the windows following.
@@ -87,6 +98,7 @@ Task playShow(AppState &app, Show show)
         if (!show.restIsOnAir)
             document.setLayerHidden(id, true);
     }
+    prepareToDissolve(document, dissolving);
     const bool windowsAreReady = co_await app.clock().sleep(std::chrono::seconds{2});
     if (!windowsAreReady)
         co_return;

@@ -18,6 +18,7 @@ sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "scripts"))
 from headless import PROGRAM, Show  # noqa: E402
 
 STALL_WATCH = PROGRAM.with_name("tessara-bench-stalls")
+LONGEST_EFFECT = 0.03  # s, of a stall on the frames after it
 DESIGN_WIDTH = 1920  # of the canvas that presets are made for
 MACRO_LENGTHS = ("posX", "posY", "sizeW", "sizeH", "fontSize", "cornerRadius")
 
@@ -37,8 +38,7 @@ class StallWatch:
             self.stalls.append((int(core), float(begin), float(end)))
 
     def between(self, start, end):
-        return ", ".join(f"core {core} for {(until - since) * 1000:.1f} ms"
-                         for core, since, until in self.stalls if since < end and until > start)
+        return [stall for stall in self.stalls if stall[1] < end and stall[2] > start]
 
 
 def scaled_preset(preset, scale):
@@ -131,7 +131,8 @@ def dissolve_in_and_out(show, layers, seconds):
 
 def report_losses(start, losses, watch):
     for count, since, until in losses:
-        still = watch.between(since, until)
+        still = ", ".join(f"core {core} for {(end - begin) * 1000:.1f} ms"
+                          for core, begin, end in watch.between(since, until))
         print(f"{count} ticks lost between {since - start:.1f} and {until - start:.1f} s: "
               f"{'the machine stood still, ' + still if still else 'the machine ran'}")
     if watch.stalls:
@@ -140,17 +141,19 @@ def report_losses(start, losses, watch):
               f"{max(lengths) * 1000:.1f} ms at most")
 
 
-def report(show, seconds):
+def report(show, seconds, watch):
     for device in (0, 1):
         frames = show.call("card.frames", device)
         if not frames["sent"]:
             continue
         intervals = frames["intervals"]
+        late = intervals["late"]
+        delayed = [time for time in late if watch.between(time - LONGEST_EFFECT, time)]
         print(f"device {device}: {frames['width']} x {frames['height']} {frames['format']}, "
               f"{frames['sent']} frames, waited {frames['waited']}, "
               f"intervals p50 {intervals['p50'] * 1000:.2f} ms, p99 {intervals['p99'] * 1000:.2f} ms, "
-              f"max {intervals['max'] * 1000:.2f} ms, late by more than 4 ms {intervals['late']} "
-              f"({intervals['late'] / frames['sent'] * 100:.3f} %)")
+              f"max {intervals['max'] * 1000:.2f} ms, late by more than 4 ms {len(late)} ({len(late) / frames['sent'] * 100:.3f} %), "
+              f"{len(delayed)} of them while the machine stood still")
     print(f"ticks lost in {seconds:.0f} s: {show.get('app.missedTicks')}")
     status = pathlib.Path(f"/proc/{show.process.pid}/status").read_text()
     for line in status.splitlines():
@@ -183,7 +186,7 @@ def main():
         seconds = end - start
         ran, waited = (after - then for after, then in zip(main_thread(show), before))
         watch.end()
-        report(show, seconds)
+        report(show, seconds, watch)
         report_losses(start, losses, watch)
         print(f"main thread: ran {ran / seconds * 100:.1f} % of the time, "
               f"waited {waited * 1000:.0f} ms for a core")

@@ -99,7 +99,7 @@ def main():
     show.call("app.stopDeckLinkOutput")
     show.end()
 
-    late = frames["intervals"].pop("late")
+    late = len(frames["intervals"].pop("late"))
     intervals = {name: value * 1000 for name, value in frames["intervals"].items()}
     print(f"Frames sent: {frames['sent']}, ticks lost: {lost}")
     print("Interval: p50 {p50:.2f} ms, p99 {p99:.2f} ms, max {max:.2f} ms".format(**intervals))

@@ -11,6 +11,7 @@ using namespace decklink;
 namespace {
 
 constexpr std::size_t intervalLimit = 1'000'000; // more than four hours at 60 frames a second
+constexpr double lateness = 0.004;               // s
 constexpr std::int32_t sizeMargin = 64;          // px, for a device that accepts any size
 
 bool hasAlpha(BMDPixelFormat format)
@@ -96,6 +97,7 @@ HRESULT Device::enable(const void *holder, const Mode &mode, const std::string &
     m_waited = 0;
     m_lastCall.reset();
     m_intervals.clear();
+    m_lateCalls.clear();
     return S_OK;
 }
 
@@ -148,8 +150,12 @@ bool Device::accepts(const FrameShape &frame) const
 
 Cadence::Time Device::noteDisplayCall(Cadence::Time now, bool isFreeRunning)
 {
-    if (m_lastCall && m_intervals.size() < intervalLimit)
-        m_intervals.push_back(float(double(now - *m_lastCall) * 1e-9));
+    if (m_lastCall && m_intervals.size() < intervalLimit) {
+        const double interval = double(now - *m_lastCall) * 1e-9;
+        m_intervals.push_back(float(interval));
+        if (interval - double(m_mode->frameDuration) / double(m_mode->timeScale) > lateness)
+            m_lateCalls.push_back(now);
+    }
     m_lastCall = now;
     const Cadence::Time turn = isFreeRunning ? now : m_cadence->turn(now);
     if (turn > now)
@@ -192,16 +198,6 @@ void Device::describe(TessaraVirtualCardDevice &description) const
     description.keyerLevel = m_keyerLevel;
 }
 
-std::int64_t Device::countLate(const std::vector<float> &intervals) const
-{
-    constexpr double tolerance = 0.004; // s
-    if (!m_mode)
-        return 0;
-    const double beat = double(m_mode->frameDuration) / double(m_mode->timeScale);
-    return std::ranges::count_if(intervals,
-                                 [beat](float interval) { return interval - beat > tolerance; });
-}
-
 void Device::count(TessaraVirtualCardFrames &frames) const
 {
     frames = {};
@@ -212,7 +208,6 @@ void Device::count(TessaraVirtualCardFrames &frames) const
     frames.intervalP50 = percentile(sorted, 0.5);
     frames.intervalP99 = percentile(sorted, 0.99);
     frames.intervalMax = percentile(sorted, 1);
-    frames.late = countLate(sorted);
     const SharedFramesHeader *shown = this->frames();
     if (!shown)
         return;

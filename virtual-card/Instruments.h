@@ -41,7 +41,6 @@ struct TessaraVirtualCardFrames
     double intervalP50; // s, between display calls
     double intervalP99; // s
     double intervalMax; // s
-    int64_t late;       // intervals that exceed the mode's by more than 4 ms
 };
 
 struct TessaraVirtualCardFrame
@@ -86,6 +85,8 @@ struct TessaraVirtualCardInstruments
     int64_t (*callCount)(int32_t device, const char *call);
     // Takes back failures, limits, removals, the driver version and the time.
     void (*reset)();
+    // How many intervals were late, and when their calls came, on the clock that the calls keep.
+    int64_t (*lateCalls)(int32_t device, int64_t *times, int64_t capacity); // ns
     // Null for the machine's own. To be called while no output is enabled.
     void (*setTime)(const TessaraVirtualCardTime *time);
 };

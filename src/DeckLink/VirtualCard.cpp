@@ -79,7 +79,17 @@ std::optional<VirtualCardFrames> VirtualCard::frames(int device) const
         frames.width,
         frames.height,
         frames.rowBytes,
-        {frames.intervalP50, frames.intervalP99, frames.intervalMax, frames.late}};
+        {frames.intervalP50, frames.intervalP99, frames.intervalMax, lateCalls(device)}};
+}
+
+QList<double> VirtualCard::lateCalls(int device) const
+{
+    std::vector<int64_t> times(std::size_t(m_instruments->lateCalls(device, nullptr, 0)));
+    m_instruments->lateCalls(device, times.data(), int64_t(times.size()));
+    QList<double> seconds;
+    for (const int64_t time : times)
+        seconds.append(double(time) * 1e-9);
+    return seconds;
 }
 
 std::optional<VirtualCardFrame> VirtualCard::newestFrame(int device) const

@@ -33,10 +33,10 @@ struct VirtualCardDevice
 /// Between display calls.
 struct VirtualCardIntervals
 {
-    double p50 = 0;  // s
-    double p99 = 0;  // s
-    double max = 0;  // s
-    qint64 late = 0; // those that exceed the mode's interval by more than 4 ms
+    double p50 = 0;     // s
+    double p99 = 0;     // s
+    double max = 0;     // s
+    QList<double> late; // s, the times of calls that came more than 4 ms too late
 };
 
 /// What a device was sent since its output was last enabled.
@@ -113,6 +113,8 @@ private:
         : m_instruments(instruments)
     {
     }
+
+    QList<double> lateCalls(int device) const;
 
     const TessaraVirtualCardInstruments *m_instruments;
 };

@@ -120,7 +120,7 @@ TEST_F(PacedOutputTest, NoFrameIsLateForIt)
     clock.stall(Seconds{0.036});
     play(Seconds{10});
 
-    EXPECT_EQ(card.frames(first)->intervals.late, 1); // the one that the machine made late
+    EXPECT_EQ(card.frames(first)->intervals.late.size(), 1); // the one that the machine made late
 }
 
 TEST_F(PacedOutputTest, FillAndKeyAreLetGoTogether)

@@ -31,6 +31,7 @@ protected:
         image.fill(colour);
         const auto frame = *DeckLinkFrameBuffer::make(image, size.width(), size.height());
         ASSERT_TRUE(bridge.sendFrameBGRA(frame.data, frame.width, frame.height, frame.rowBytes));
+        ASSERT_GT(card.frames(keyingDevice)->sent, 0); // answers when the card has fetched it
     }
 
     DeckLinkBridge bridge;

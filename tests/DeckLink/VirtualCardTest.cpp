@@ -6,6 +6,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <thread>
+#include <vector>
+
 #include "DeckLink/DeckLinkAPIDispatch.h"
 #include "DeckLink/DeckLinkManager.h"
 #include "DeckLink/VirtualCardFixture.h"
@@ -257,6 +261,69 @@ TEST_F(VirtualCardTest, ItsOwnFramesHaveMemoryToFill)
     EXPECT_EQ(buffer->EndAccess(bmdBufferAccessRead), E_INVALIDARG);
     EXPECT_EQ(buffer->EndAccess(bmdBufferAccessWrite), S_OK);
     EXPECT_EQ(output->DisplayVideoFrameSync(frame.get()), E_ACCESSDENIED);
+}
+
+/// A sender's buffer that notes who lets go of it.
+class WatchedBuffer final : public IDeckLinkVideoBuffer
+{
+public:
+    HRESULT QueryInterface(REFIID, void **object) override
+    {
+        *object = this;
+        AddRef();
+        return S_OK;
+    }
+    ULONG AddRef() override { return ++references; }
+    ULONG Release() override { return --references; }
+    HRESULT GetBytes(void **target) override
+    {
+        *target = bytes.data();
+        return S_OK;
+    }
+    HRESULT StartAccess(BMDBufferAccessFlags) override { return S_OK; }
+    HRESULT EndAccess(BMDBufferAccessFlags) override
+    {
+        reader = std::this_thread::get_id();
+        return S_OK;
+    }
+
+    std::vector<char> bytes = std::vector<char>(std::size_t(1920) * 1080 * 4, 7);
+    std::atomic<ULONG> references = 1;
+    std::atomic<std::thread::id> reader;
+};
+
+TEST_F(VirtualCardTest, FetchesAFrameByItself)
+{
+    const DeckLinkReference<IDeckLinkIterator> iterator(CreateDeckLinkIteratorInstance());
+    DeckLinkReference<IDeckLink> device;
+    ASSERT_EQ(iterator->Next(device.receive()), S_OK);
+    const auto output = device.query<IDeckLinkOutput>();
+    ASSERT_EQ(output->EnableVideoOutput(fourCharacters("Hp50"), 0), S_OK);
+    WatchedBuffer buffer;
+    DeckLinkReference<IDeckLinkMutableVideoFrame> frame;
+    ASSERT_EQ(output->CreateVideoFrameWithBuffer(1920, 1080, 1920 * 4, bmdFormat8BitBGRA, 0,
+                                                 &buffer, frame.receive()),
+              S_OK);
+
+    ASSERT_EQ(output->DisplayVideoFrameSync(frame.get()), S_OK);
+    frame.reset();
+
+    const std::optional<VirtualCardFrame> shown = card.newestFrame(keyingDevice);
+    EXPECT_EQ(shown->bytes, QByteArray(buffer.bytes.data(), qsizetype(buffer.bytes.size())));
+    EXPECT_NE(buffer.reader.load(), std::thread::id());
+    EXPECT_NE(buffer.reader.load(), std::this_thread::get_id());
+    EXPECT_EQ(buffer.references, 1u);
+}
+
+TEST_F(VirtualCardTest, AFrameIsFetchedWholeBeforeItsOutputCloses)
+{
+    ASSERT_TRUE(start(plainDevice));
+    EXPECT_TRUE(send());
+    bridge.stopOutput();
+
+    const FrameBytes sent = frame1080().data;
+    EXPECT_EQ(card.newestFrame(plainDevice)->bytes,
+              QByteArray::fromRawData(reinterpret_cast<const char *>(sent.data()), sent.size()));
 }
 
 TEST_F(VirtualCardTest, AKeyingOutputTakesNoFormatWithoutAlpha)

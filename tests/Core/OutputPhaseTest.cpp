@@ -85,7 +85,17 @@ protected:
     }
 
     void play(Seconds duration) { clock.advance(duration); }
-    qint64 waited(int device) const { return card.frames(device)->waited; }
+    /// Display calls that were held, on both devices.
+    qint64 waits() const { return card.frames(first)->waited + card.frames(second)->waited; }
+
+    void expectRoomAfterSomeWaits()
+    {
+        const qint64 before = waits();
+        EXPECT_GT(before, 0);
+        play(Seconds{10});
+        EXPECT_EQ(waits(), before);
+        EXPECT_EQ(app.outputLoop()->missedTicks(), 0u);
+    }
 };
 
 TEST_F(PacedOutputTest, ABeatAtTheModesRateNeverWaits)
@@ -94,7 +104,7 @@ TEST_F(PacedOutputTest, ABeatAtTheModesRateNeverWaits)
 
     play(Seconds{20});
 
-    EXPECT_EQ(waited(first), 0);
+    EXPECT_EQ(waits(), 0);
     EXPECT_EQ(sent(first), 1 + 1000);
 }
 
@@ -106,11 +116,7 @@ TEST_F(PacedOutputTest, AfterALateBeatTheCardStopsHoldingTheMainThread)
     clock.stall(Seconds{0.036}); // a beat is 16 ms late: the card has gone on without it
     play(Seconds{1});
 
-    const qint64 waitedUntilThen = waited(first);
-    EXPECT_GT(waitedUntilThen, 0);
-    play(Seconds{10});
-    EXPECT_EQ(waited(first), waitedUntilThen);
-    EXPECT_EQ(app.outputLoop()->missedTicks(), 0u);
+    expectRoomAfterSomeWaits();
 }
 
 TEST_F(PacedOutputTest, NoFrameIsLateForIt)
@@ -130,13 +136,8 @@ TEST_F(PacedOutputTest, FillAndKeyAreLetGoTogether)
     play(Seconds{1});
     clock.stall(Seconds{0.036});
     play(Seconds{1});
-    const qint64 waitedUntilThen = waited(first) + waited(second);
-    EXPECT_GT(waitedUntilThen, 0);
 
-    play(Seconds{10});
-
-    EXPECT_EQ(waited(first) + waited(second), waitedUntilThen);
-    EXPECT_EQ(app.outputLoop()->missedTicks(), 0u);
+    expectRoomAfterSomeWaits();
 }
 
 TEST_F(PacedOutputTest, NoHitchOfLessThanAFrameHoldsItForLong)
@@ -147,13 +148,8 @@ TEST_F(PacedOutputTest, NoHitchOfLessThanAFrameHoldsItForLong)
         clock.stall(Seconds{0.0195});
     }
     play(Seconds{1});
-    const qint64 waitedUntilThen = waited(first);
-    EXPECT_GT(waitedUntilThen, 0);
 
-    play(Seconds{10});
-
-    EXPECT_EQ(waited(first), waitedUntilThen);
-    EXPECT_EQ(app.outputLoop()->missedTicks(), 0u);
+    expectRoomAfterSomeWaits();
 }
 
 } // namespace

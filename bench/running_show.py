@@ -152,7 +152,8 @@ def report(show, seconds, watch):
         print(f"device {device}: {frames['width']} x {frames['height']} {frames['format']}, "
               f"{frames['sent']} frames, waited {frames['waited']}, "
               f"intervals p50 {intervals['p50'] * 1000:.2f} ms, p99 {intervals['p99'] * 1000:.2f} ms, "
-              f"max {intervals['max'] * 1000:.2f} ms, late by more than 4 ms {len(late)} ({len(late) / frames['sent'] * 100:.3f} %), "
+              f"max {intervals['max'] * 1000:.2f} ms, late by more than 4 ms {len(late)} "
+              f"({len(late) / frames['sent'] * 100:.3f} %), "
               f"{len(delayed)} of them while the machine stood still")
     print(f"ticks lost in {seconds:.0f} s: {show.get('app.missedTicks')}")
     status = pathlib.Path(f"/proc/{show.process.pid}/status").read_text()

@@ -1,5 +1,7 @@
 #include "Core/OutputPhase.h"
 
+#include <utility>
+
 namespace tessara {
 
 OutputPhase::OutputPhase(Nanoseconds interval)
@@ -10,20 +12,32 @@ OutputPhase::OutputPhase(Nanoseconds interval)
 
 Nanoseconds OutputPhase::delayAfter(Nanoseconds waited)
 {
-    constexpr int patience = 3;         // beats: a single wait ends by itself
-    constexpr int stepsIntoTheOpen = 2; // so that a beat that is early doesn't wait either
-    if (waited <= m_step) {
-        const bool hasMoved = m_moved > Nanoseconds{0};
-        m_waits = 0;
-        m_moved = Nanoseconds{0};
-        return hasMoved ? stepsIntoTheOpen * m_step : Nanoseconds{0};
-    }
+    return waited > m_step ? delayAfterWait() : delayAfterRoom();
+}
+
+Nanoseconds OutputPhase::delayAfterWait()
+{
+    constexpr int patience = 3; // beats: a single wait ends by itself
+    m_rooms = 0;
     ++m_waits;
-    // A card that holds every call, wherever it falls, can't be got away from.
-    if (m_waits < patience || m_moved >= m_farthest)
-        return Nanoseconds{0};
-    m_moved += m_step;
-    return m_step;
+    m_isMoving = m_waits >= patience && m_moved < m_farthest;
+    return m_isMoving ? moveBy(m_step) : Nanoseconds{0};
+}
+
+Nanoseconds OutputPhase::delayAfterRoom()
+{
+    constexpr int aWhile = 50; // beats
+    m_waits = 0;
+    if (++m_rooms >= aWhile)
+        m_moved = Nanoseconds{0};
+    // Further into the open, so that a beat that is early doesn't wait either.
+    return std::exchange(m_isMoving, false) ? moveBy(2 * m_step) : Nanoseconds{0};
+}
+
+Nanoseconds OutputPhase::moveBy(Nanoseconds delay)
+{
+    m_moved += delay;
+    return delay;
 }
 
 } // namespace tessara

@@ -9,6 +9,9 @@ namespace tessara {
 /// of the next finds the card full, and its display call holds the main thread until the card's
 /// next frame: for up to a whole interval, on every beat from then on. So the beat moves on by
 /// small steps until calls find room again.
+///
+/// A card that holds every call can't be got away from: where waits soon come back, the beat has
+/// moved by little more than two intervals in all, and then stays.
 class OutputPhase
 {
 public:
@@ -19,10 +22,16 @@ public:
     Nanoseconds delayAfter(Nanoseconds waited);
 
 private:
+    Nanoseconds delayAfterWait();
+    Nanoseconds delayAfterRoom();
+    Nanoseconds moveBy(Nanoseconds delay);
+
     Nanoseconds m_step;
     Nanoseconds m_farthest;
-    Nanoseconds m_moved{0}; // since calls began to wait
-    int m_waits = 0;        // in a row
+    Nanoseconds m_moved{0}; // since calls last found room for a while
+    bool m_isMoving = false;
+    int m_waits = 0; // in a row
+    int m_rooms = 0; // in a row
 };
 
 } // namespace tessara

@@ -53,6 +53,21 @@ TEST(OutputPhase, GivesUpOnACardThatHoldsEveryCall)
     EXPECT_EQ(moved, 2 * interval); // two frames once, and the full rate from then on
 }
 
+TEST(OutputPhase, GivesUpOnACardThatHoldsEveryCallUntilItsNextFrame)
+{
+    for (Nanoseconds start = 0ms; start < interval; start += 500us) {
+        OutputPhase phase(interval);
+        Nanoseconds moved{0};
+        for (int beat = 0; beat < 10'000; ++beat) {
+            const Nanoseconds place = (start + moved) % interval; // behind the card's frame
+            moved += phase.delayAfter(interval - place);
+        }
+
+        // The wait ends at the frame, and begins anew behind it.
+        EXPECT_LE(moved, 2 * interval + 2ms) << start.count();
+    }
+}
+
 TEST(OutputPhase, FollowsACardWhoseClockIsSlow)
 {
     OutputPhase phase(interval);

@@ -210,6 +210,7 @@ void AppState::composeAhead()
     m_framePath.makeSprites(m_document);
     if (const std::optional<DeckLinkDisplayMode> mode = m_fill.selectedMode())
         composeFrames(*mode); // what fails here fails again when it is sent, and is told there
+    m_framePath.makeFramesAhead();
 }
 
 // The fill goes out first.

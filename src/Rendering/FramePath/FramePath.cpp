@@ -92,6 +92,12 @@ bool FramePath::prepare(const CanvasDocument &document, const FrameGeometry &geo
     return m_scene.prepare(document, geometry, m_damage);
 }
 
+void FramePath::makeFramesAhead()
+{
+    for (Output &output : m_outputs)
+        output.ring.makeAhead();
+}
+
 void FramePath::makeSprites(const CanvasDocument &document)
 {
     const tl::expected<FrameGeometry, RenderEngineError> geometry = geometryOf(document);

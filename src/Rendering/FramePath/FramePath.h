@@ -36,6 +36,8 @@ public:
     /// Before frames are due: all sprites of the document, so that the first frames and takes find
     /// them.
     void makeSprites(const CanvasDocument &document);
+    /// After the first frame: the memory of those that go round, see `FrameRing`.
+    void makeFramesAhead();
     /// After a frame that leaves time: the sprites of layers that are not seen yet, so that a take
     /// finds them. They are made beside this thread.
     void prepareHidden() { m_scene.prepareHidden(); }

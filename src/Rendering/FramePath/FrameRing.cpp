@@ -1,10 +1,13 @@
 #include "Rendering/FramePath/FrameRing.h"
 
+#include <cstring>
+
 namespace tessara {
 
 namespace {
 
 constexpr quint64 patience = 300; // frames
+constexpr std::size_t kept = 3;   // one on the card, one on its way there, one to compose
 
 } // namespace
 
@@ -29,27 +32,45 @@ FrameRing::Slot *FrameRing::next()
         if (!slot->bytes.isShared() && (!best || slot->lastUse > best->lastUse))
             best = slot.get();
     }
-    if (!best) {
-        // Zeroed, for the bytes beyond the pixels of a row are never written.
-        auto made = std::make_unique<Slot>(Slot{FrameBytes::zeroed(m_bytes), TileDamage(m_frame)});
-        if (made->bytes.isNull())
-            return nullptr;
-        made->stale.addAll();
-        best = made.get();
-        m_slots.push_back(std::move(made));
-    }
+    if (!best)
+        best = make();
+    if (!best)
+        return nullptr;
     best->lastUse = ++m_uses;
     m_current = best;
     dropIdle();
     return best;
 }
 
+FrameRing::Slot *FrameRing::make()
+{
+    // Zeroed, for the bytes beyond the pixels of a row are never written.
+    auto made = std::make_unique<Slot>(Slot{FrameBytes::zeroed(m_bytes), TileDamage(m_frame)});
+    if (made->bytes.isNull())
+        return nullptr;
+    made->stale.addAll();
+    m_slots.push_back(std::move(made));
+    return m_slots.back().get();
+}
+
+void FrameRing::makeAhead()
+{
+    while (m_slots.size() < kept) {
+        Slot *made = make();
+        if (!made)
+            return;
+        std::memset(made->bytes.writableData(), 0, std::size_t(m_bytes));
+    }
+}
+
 // A frame that has not been needed for so long was needed for a hitch of the device.
 void FrameRing::dropIdle()
 {
-    std::erase_if(m_slots, [this](const auto &slot) {
+    const auto isIdle = [this](const auto &slot) {
         return slot->lastUse + patience < m_uses && !slot->bytes.isShared();
-    });
+    };
+    for (auto slot = m_slots.begin(); slot != m_slots.end() && m_slots.size() > kept;)
+        slot = isIdle(*slot) ? m_slots.erase(slot) : slot + 1;
 }
 
 } // namespace tessara

@@ -23,6 +23,10 @@ public:
     /// Forgets all frames. `bytes` is the size of one.
     void setUp(QSize frame, qsizetype bytes);
 
+    /// As many frames as a device that is late with one needs, their memory touched: making one in
+    /// the middle of a show takes longer than composing it.
+    void makeAhead();
+
     /// The last frame that was taken; null before the first.
     Slot *current() const { return m_current; }
     /// What the frames show is no longer so.
@@ -31,6 +35,8 @@ public:
     Slot *next();
 
 private:
+    /// Null if there is no memory for it.
+    Slot *make();
     void dropIdle();
 
     QSize m_frame;

@@ -215,6 +215,7 @@ int main(int argc, char **argv)
     if (!VirtualCard::find())
         refuse(QStringLiteral("the virtual card is not loaded"));
     const ShowFiles files = ShowFiles::read(parser.value(preset), parser.value(macros));
+    raiseThreadPriority();
     RealClock clock;
     AppState app(clock, support);
     Workspace workspace(app);
@@ -233,7 +234,6 @@ int main(int argc, char **argv)
     Task browsing;
     Task dragging;
     const Alarm start = clock.at(clock.now() + std::chrono::seconds{3}, [&] {
-        raiseThreadPriority();
         if (parser.isSet(presets))
             browsing = browsePresets(clock, workspace, engine.rootObjects().first());
         if (parser.isSet(resizing))

@@ -1,5 +1,7 @@
 #include "Base/ForkJoin.h"
 
+#include "Base/ProcessTuning.h"
+
 #include <algorithm>
 
 #include <pthread.h>
@@ -39,8 +41,14 @@ int ForkJoin::standardThreads()
 ForkJoin::ForkJoin(int threads)
 {
     sched_getaffinity(0, sizeof m_cores, &m_cores);
-    for (int thread = 1; thread < threads; ++thread)
-        m_workers.emplace_back([this, thread] { work(thread); });
+    const bool isRaised = isThreadPriorityRaised();
+    for (int thread = 1; thread < threads; ++thread) {
+        m_workers.emplace_back([this, thread, isRaised] {
+            if (isRaised)
+                raiseThreadPriority();
+            work(thread);
+        });
+    }
 }
 
 ForkJoin::~ForkJoin()

@@ -3,15 +3,17 @@
 
 namespace tessara {
 
-/// Runs this thread before ordinary ones and wakes it on time, since every frame leaves from it.
-/// Threads that it starts later inherit that. Where the user has no right to it, all stays as it
-/// was.
+/// Runs this thread before all ordinary ones of the machine, and wakes it on time, since every frame
+/// leaves from it. A thread or a program that it starts is ordinary. Where the user has no right to
+/// real-time threads or to better niceness, all stays as it was.
 void raiseThreadPriority();
+/// Whether this thread runs before ordinary ones.
+bool isThreadPriorityRaised();
 
 /// Runs this thread only when others have nothing to do, or nearly so: for work ahead of its time
 /// that holds no lock which others want.
 void lowerThreadPriority();
-/// As an ordinary thread, whatever it inherited.
+/// Runs this thread as an ordinary one again, where the user has the right to it.
 void resetThreadPriority();
 
 /// Keeps freed memory for the next frame: a freshly mapped piece costs more in page faults than

@@ -1,7 +1,6 @@
 // tessara: the application.
 #include <QCommandLineParser>
 #include <QGuiApplication>
-#include <QTimer>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include "Base/ProcessTuning.h"
@@ -38,6 +37,7 @@ int main(int argc, char **argv)
     const ApplicationSupport support =
         parser.isSet(data) ? ApplicationSupport(parser.value(data)) : ApplicationSupport();
     prepareVirtualCard(support, CardPace::realTime);
+    raiseThreadPriority();
     RealClock clock;
     AppState app(clock, support);
     Workspace workspace(app);
@@ -48,7 +48,5 @@ int main(int argc, char **argv)
                      {{QStringLiteral("workspace"), QVariant::fromValue(&workspace)}}))
         return 1;
     const RunlistWindowController runlistWindow(engine, workspace);
-    // Once the window's own threads stand, which come after the frames.
-    QTimer::singleShot(std::chrono::seconds{2}, &application, &raiseThreadPriority);
     return QGuiApplication::exec();
 }

@@ -1,4 +1,5 @@
 #include "Base/ForkJoin.h"
+#include "Base/ProcessTuning.h"
 
 #include <gtest/gtest.h>
 
@@ -126,6 +127,30 @@ TEST(ForkJoin, CountsTheCallerEvenWhereNoThreadIsWanted)
     EXPECT_EQ(ForkJoin(5).threads(), 5);
     EXPECT_GE(ForkJoin::standardThreads(), 1);
     EXPECT_LE(ForkJoin::standardThreads(), 4);
+}
+
+TEST(ForkJoin, HelpsARaisedThreadWithRaisedOnes)
+{
+    bool isCallerRaised = false;
+    bool isOtherRaised = false;
+    std::thread([&] {
+        raiseThreadPriority();
+        isCallerRaised = isThreadPriorityRaised();
+        ForkJoin workers(2);
+        std::atomic<bool> isSeen = false;
+        const auto work = [&](int, int thread) {
+            if (thread == 0) {
+                while (!isSeen) // until the other has come
+                    std::this_thread::yield();
+                return;
+            }
+            isOtherRaised = isThreadPriorityRaised();
+            isSeen = true;
+        };
+        workers.run(2, 1, work);
+    }).join();
+
+    EXPECT_EQ(isOtherRaised, isCallerRaised);
 }
 
 // Nobody is asked, so that nobody wakes: what the workers would do is left to the caller.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sched.h>
 #include <sys/resource.h>
 
 #include <thread>
@@ -27,6 +28,38 @@ TEST(ProcessTuningTest, AThreadThatStepsBackLeavesTheOthersWhereTheyWere)
 
     EXPECT_GT(lowered, before);
     EXPECT_EQ(niceness(), before);
+}
+
+// Else a window's threads and a web page's programs would run before the frames.
+TEST(ProcessTuningTest, ARaisedThreadStartsOrdinaryOnes)
+{
+    bool isStartedRaised = true;
+
+    std::thread([&] {
+        raiseThreadPriority();
+        std::thread([&] { isStartedRaised = isThreadPriorityRaised(); }).join();
+    }).join();
+
+    EXPECT_FALSE(isStartedRaised);
+    EXPECT_FALSE(isThreadPriorityRaised());
+}
+
+TEST(ProcessTuningTest, ARaisedThreadRunsBeforeOthersWhereTheUserMayAskForIt)
+{
+    bool isAllowed = false;
+    bool isRaised = false;
+
+    std::thread([&] {
+        const sched_param lowest{.sched_priority = 1};
+        isAllowed = sched_setscheduler(0, SCHED_RR, &lowest) == 0
+                    || setpriority(PRIO_PROCESS, 0, -1) == 0;
+    }).join();
+    std::thread([&] {
+        raiseThreadPriority();
+        isRaised = isThreadPriorityRaised();
+    }).join();
+
+    EXPECT_EQ(isRaised, isAllowed);
 }
 
 } // namespace

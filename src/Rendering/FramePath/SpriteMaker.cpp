@@ -1,7 +1,5 @@
 #include "Rendering/FramePath/SpriteMaker.h"
 
-#include "Base/ProcessTuning.h"
-
 namespace tessara {
 
 SpriteMaker::~SpriteMaker()
@@ -36,7 +34,6 @@ std::vector<std::shared_ptr<const Sprite>> SpriteMaker::takeResults()
 // At ordinary priority: below it, a lock that it holds could keep the frames waiting.
 void SpriteMaker::work()
 {
-    resetThreadPriority();
     while (!m_isEnding) {
         const State state = m_state;
         if (state != State::ordered) {

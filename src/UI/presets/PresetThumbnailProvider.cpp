@@ -1,6 +1,5 @@
 #include "UI/presets/PresetThumbnailProvider.h"
 
-#include "Base/ProcessTuning.h"
 #include "Rendering/PresetDrawing.h"
 
 #include <QElapsedTimer>
@@ -96,7 +95,6 @@ public:
 
     void run() override
     {
-        resetThreadPriority(); // and no lower: see `Pace`
         emit done(picture());
     }
 

@@ -1,7 +1,5 @@
 #include "Rendering/FramePath/FrameRing.h"
 
-#include <cstring>
-
 namespace tessara {
 
 namespace {
@@ -55,12 +53,8 @@ FrameRing::Slot *FrameRing::make()
 
 void FrameRing::makeAhead()
 {
-    while (m_slots.size() < kept) {
-        Slot *made = make();
-        if (!made)
-            return;
-        std::memset(made->bytes.writableData(), 0, std::size_t(m_bytes));
-    }
+    while (m_slots.size() < kept && make())
+        ;
 }
 
 // A frame that has not been needed for so long was needed for a hitch of the device.

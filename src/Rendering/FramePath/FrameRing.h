@@ -23,9 +23,12 @@ public:
     /// Forgets all frames. `bytes` is the size of one.
     void setUp(QSize frame, qsizetype bytes);
 
-    /// As many frames as a device that is late with one needs, their memory touched: making one in
-    /// the middle of a show takes longer than composing it.
+    /// As many frames as a device that is late with one needs: making one in the middle of a show
+    /// takes longer than composing it.
     void makeAhead();
+
+    /// How many go round.
+    std::size_t count() const { return m_slots.size(); }
 
     /// The last frame that was taken; null before the first.
     Slot *current() const { return m_current; }

@@ -17,7 +17,8 @@ public:
     /// When the last beat was due.
     Nanoseconds lastBeat() const { return m_lastBeat; }
 
-    /// All beats to come are later by `delay`. None is missed by it.
+    /// All beats to come are later by `delay`, or earlier by less than an interval. None is missed
+    /// by it.
     void putOff(Nanoseconds delay);
 
 private:

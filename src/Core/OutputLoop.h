@@ -2,14 +2,15 @@
 #pragma once
 
 #include "Base/RepeatingTimer.h"
-#include "Core/OutputPace.h"
+#include "Core/OutputLead.h"
 #include "Core/OutputPhase.h"
 
 namespace tessara {
 
-/// Composes a frame at the output's rate, and shows each as long after its beat as the others. Each
-/// beat starts a task of its own on the main thread, so that what is due in the same turn of the
-/// main loop, a step of a take above all, comes before the frame.
+/// Shows a frame at whole multiples of the output's interval, and composes each at a beat that comes
+/// so much earlier that it is done by then. Each beat starts a task of its own on the main thread,
+/// so that what is due in the same turn of the main loop, a step of a take above all, comes before
+/// the frame.
 class OutputLoop
 {
 public:
@@ -32,13 +33,14 @@ public:
 
 private:
     Task takeBeat();
+    void noteReady();
 
     Clock &m_clock;
     Frames m_frames;
     Task m_task;
     RepeatingTimer m_timer;
     OutputPhase m_phase;
-    OutputPace m_pace;
+    OutputLead m_lead;
 };
 
 } // namespace tessara

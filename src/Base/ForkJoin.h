@@ -13,8 +13,8 @@ namespace tessara {
 
 /// Pieces are taken one by one by whoever is free, the caller first of all. It waits for pieces
 /// that another thread has begun and for nothing else: a thread that the system wakes late finds
-/// the work done, and costs nobody anything. One caller at a time; the others stay off its core, and
-/// run before ordinary threads where the thread that has made them does.
+/// the work done, and costs nobody anything. One caller at a time; the others stay off its core,
+/// and run before ordinary threads where the thread that has made them does.
 class ForkJoin
 {
     Q_DISABLE_COPY_MOVE(ForkJoin)

@@ -3,9 +3,9 @@
 
 namespace tessara {
 
-/// Runs this thread before all ordinary ones of the machine, and wakes it on time, since every frame
-/// leaves from it. A thread or a program that it starts is ordinary. Where the user has no right to
-/// real-time threads or to better niceness, all stays as it was.
+/// Runs this thread before all ordinary ones of the machine, and wakes it on time, since every
+/// frame leaves from it. A thread or a program that it starts is ordinary. Where the user has no
+/// right to real-time threads or to better niceness, all stays as it was.
 void raiseThreadPriority();
 /// Whether this thread runs before ordinary ones.
 bool isThreadPriorityRaised();

@@ -7,10 +7,10 @@
 
 namespace tessara {
 
-/// Shows a frame at whole multiples of the output's interval, and composes each at a beat that comes
-/// so much earlier that it is done by then. Each beat starts a task of its own on the main thread,
-/// so that what is due in the same turn of the main loop, a step of a take above all, comes before
-/// the frame.
+/// Shows a frame at whole multiples of the output's interval, and composes each at a beat that
+/// comes so much earlier that it is done by then. Each beat starts a task of its own on the main
+/// thread, so that what is due in the same turn of the main loop, a step of a take above all, comes
+/// before the frame.
 class OutputLoop
 {
 public:

@@ -51,8 +51,8 @@ TEST(ProcessTuningTest, ARaisedThreadRunsBeforeOthersWhereTheUserMayAskForIt)
 
     std::thread([&] {
         const sched_param lowest{.sched_priority = 1};
-        isAllowed = sched_setscheduler(0, SCHED_RR, &lowest) == 0
-                    || setpriority(PRIO_PROCESS, 0, -1) == 0;
+        isAllowed =
+            sched_setscheduler(0, SCHED_RR, &lowest) == 0 || setpriority(PRIO_PROCESS, 0, -1) == 0;
     }).join();
     std::thread([&] {
         raiseThreadPriority();

@@ -93,10 +93,7 @@ public:
     {
     }
 
-    void run() override
-    {
-        emit done(picture());
-    }
+    void run() override { emit done(picture()); }
 
 signals:
     void done(const QImage &picture);

@@ -19,6 +19,8 @@ Nanoseconds RepeatingTimer::dueOf(quint64 index) const
 
 void RepeatingTimer::putOff(Nanoseconds delay)
 {
+    if (delay == Nanoseconds{0})
+        return;
     m_start += delay;
     schedule();
 }

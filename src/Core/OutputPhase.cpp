@@ -5,14 +5,15 @@
 namespace tessara {
 
 OutputPhase::OutputPhase(Nanoseconds interval)
-    : m_step(interval / 20)
+    : m_negligible(interval / 20)
+    , m_step(interval / 10)
     , m_farthest(2 * interval)
 {
 }
 
 Nanoseconds OutputPhase::delayAfter(Nanoseconds waited)
 {
-    return waited > m_step ? delayAfterWait() : delayAfterRoom();
+    return waited > m_negligible ? delayAfterWait() : delayAfterRoom();
 }
 
 Nanoseconds OutputPhase::delayAfterWait()
@@ -31,7 +32,7 @@ Nanoseconds OutputPhase::delayAfterRoom()
     if (++m_rooms >= aWhile)
         m_moved = Nanoseconds{0};
     // Further into the open, so that a beat that is early doesn't wait either.
-    return std::exchange(m_isMoving, false) ? moveBy(2 * m_step) : Nanoseconds{0};
+    return std::exchange(m_isMoving, false) ? moveBy(m_step) : Nanoseconds{0};
 }
 
 Nanoseconds OutputPhase::moveBy(Nanoseconds delay)

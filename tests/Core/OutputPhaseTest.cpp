@@ -36,9 +36,11 @@ TEST(OutputPhase, MovesInSmallStepsUntilCallsFindRoom)
         wait -= delay;
     }
 
-    EXPECT_LT(beats, 20);
+    wait -= phase.delayAfter(0ns); // the first that finds room
+
+    EXPECT_LT(beats, 10);     // while they last, the main thread has little time left
     EXPECT_LE(greatest, 2ms); // far from what shows as a late frame
-    EXPECT_EQ(wait, -1ms);    // past the edge, not on it
+    EXPECT_LE(wait, -1ms);    // past the edge, not on it
     for (int beat = 0; beat < 1000; ++beat)
         EXPECT_EQ(phase.delayAfter(0ns), 0ns);
 }

@@ -17,8 +17,10 @@ import time
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "scripts"))
 from headless import PROGRAM, Show  # noqa: E402
 
+COPIES = PROGRAM.with_name("tessara-bench-copies")
 STALL_WATCH = PROGRAM.with_name("tessara-bench-stalls")
 LONGEST_EFFECT = 0.03  # s, of a stall on the frames after it
+COPYING = 20  # s
 DESIGN_WIDTH = 1920  # of the canvas that presets are made for
 MACRO_LENGTHS = ("posX", "posY", "sizeW", "sizeH", "fontSize", "cornerRadius")
 
@@ -93,6 +95,18 @@ def build(show, options, data):
         for index in range(len(macros)):
             show.call("macros.runMacroAtIndex", index)
             show.wait(2)
+
+
+def copy_frames(show, routing):
+    """What the machine does with frames before anything is drawn."""
+    found = [each for each in show.get("fill.modes")
+             if each["modeID"] == show.get("fill.selectedModeID")]
+    rate = found[0]["timeScale"] / found[0]["frameDuration"]
+    outputs = 2 if routing == "keyAndFill" else 1
+    copies = subprocess.run([str(COPIES), str(found[0]["width"] * found[0]["height"] * 4),
+                             str(outputs), str(rate), str(COPYING)],
+                            stdout=subprocess.PIPE, text=True, check=True)
+    print(f"a copy of {outputs} frames at every beat, nothing else: {copies.stdout.strip()}")
 
 
 def part_groups(show, layers):
@@ -175,6 +189,7 @@ def main():
     with tempfile.TemporaryDirectory() as data, Show(options.program, data) as show:
         choose(show, "fill", options.mode)
         show.set("app.deckLinkOutputRouting", options.routing)
+        copy_frames(show, options.routing)
         build(show, options, data)
         layers = show.get("document.layerOrder")
         part_groups(show, layers)

@@ -28,8 +28,8 @@ void FrameTransfer::begin(const SharedFrameDescription &frame, IDeckLinkVideoBuf
 {
     {
         std::unique_lock lock(m_mutex);
-        m_changed.wait(lock, [this] { return !m_job; });
-        m_job = Job{frame, buffer, bytes};
+        m_changed.wait(lock, [this] { return !m_next; });
+        m_next = Job{frame, buffer, bytes};
     }
     m_changed.notify_all();
 }
@@ -37,23 +37,26 @@ void FrameTransfer::begin(const SharedFrameDescription &frame, IDeckLinkVideoBuf
 void FrameTransfer::finish()
 {
     std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [this] { return !m_job; });
+    m_changed.wait(lock, [this] { return !m_next && !m_isFetching; });
 }
 
 void FrameTransfer::run()
 {
     std::unique_lock lock(m_mutex);
     for (;;) {
-        m_changed.wait(lock, [this] { return m_job || m_isEnding; });
-        if (!m_job)
+        m_changed.wait(lock, [this] { return m_next || m_isEnding; });
+        if (!m_next)
             return;
-        const Job job = *m_job;
+        const Job job = *m_next;
+        m_next.reset();
+        m_isFetching = true;
         lock.unlock();
+        m_changed.notify_all();
         m_target.publish(job.frame, job.bytes);
         job.buffer->EndAccess(bmdBufferAccessRead);
         job.buffer->Release();
         lock.lock();
-        m_job.reset();
+        m_isFetching = false;
         m_changed.notify_all();
     }
 }

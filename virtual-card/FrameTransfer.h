@@ -23,8 +23,8 @@ public:
     FrameTransfer &operator=(const FrameTransfer &) = delete;
     ~FrameTransfer();
 
-    /// Waits for the frame before. Takes over a reference to the buffer, whose bytes were asked for
-    /// in an access for reading.
+    /// Waits only while two frames are on their way already. Takes over a reference to the buffer,
+    /// whose bytes were asked for in an access for reading.
     void begin(const SharedFrameDescription &frame, decklink::IDeckLinkVideoBuffer *buffer,
                const void *bytes);
     /// Returns when nothing is on its way.
@@ -43,7 +43,8 @@ private:
     SharedFrameWriter &m_target;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::optional<Job> m_job;
+    std::optional<Job> m_next;
+    bool m_isFetching = false;
     bool m_isEnding = false;
     std::thread m_thread;
 };

@@ -283,6 +283,7 @@ public:
     HRESULT StartAccess(BMDBufferAccessFlags) override { return S_OK; }
     HRESULT EndAccess(BMDBufferAccessFlags) override
     {
+        isHeld.wait(true);
         reader = std::this_thread::get_id();
         return S_OK;
     }
@@ -290,6 +291,7 @@ public:
     std::vector<char> bytes = std::vector<char>(std::size_t(1920) * 1080 * 4, 7);
     std::atomic<ULONG> references = 1;
     std::atomic<std::thread::id> reader;
+    std::atomic<bool> isHeld = false; // by whoever fetches it
 };
 
 TEST_F(VirtualCardTest, FetchesAFrameByItself)
@@ -313,6 +315,32 @@ TEST_F(VirtualCardTest, FetchesAFrameByItself)
     EXPECT_NE(buffer.reader.load(), std::thread::id());
     EXPECT_NE(buffer.reader.load(), std::this_thread::get_id());
     EXPECT_EQ(buffer.references, 1u);
+}
+
+TEST_F(VirtualCardTest, AFrameThatIsFetchedSlowlyHoldsNoCall)
+{
+    const DeckLinkReference<IDeckLinkIterator> iterator(CreateDeckLinkIteratorInstance());
+    DeckLinkReference<IDeckLink> device;
+    ASSERT_EQ(iterator->Next(device.receive()), S_OK);
+    const auto output = device.query<IDeckLinkOutput>();
+    ASSERT_EQ(output->EnableVideoOutput(fourCharacters("Hp50"), 0), S_OK);
+    WatchedBuffer slow;
+    WatchedBuffer next;
+    slow.isHeld = true;
+    for (WatchedBuffer *buffer : {&slow, &next}) {
+        DeckLinkReference<IDeckLinkMutableVideoFrame> frame;
+        output->CreateVideoFrameWithBuffer(1920, 1080, 1920 * 4, bmdFormat8BitBGRA, 0, buffer,
+                                           frame.receive());
+        ASSERT_EQ(output->DisplayVideoFrameSync(frame.get()), S_OK);
+    }
+    EXPECT_EQ(next.reader.load(), std::thread::id());
+
+    slow.isHeld = false;
+    slow.isHeld.notify_all();
+
+    EXPECT_EQ(card.frames(keyingDevice)->sent, 2);
+    EXPECT_EQ(slow.references, 1u);
+    EXPECT_EQ(next.references, 1u);
 }
 
 TEST_F(VirtualCardTest, AFrameIsFetchedWholeBeforeItsOutputCloses)

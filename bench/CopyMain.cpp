@@ -1,5 +1,5 @@
-// How steadily this machine copies frames when it has nothing else to do: no output can be
-// steadier. Threads that run before ordinary ones each copy a frame at every beat.
+// How steadily this machine copies frames when it has nothing else to do. Threads that run before
+// ordinary ones each copy a frame at every beat.
 #include "Base/ProcessTuning.h"
 #include "Base/Seconds.h"
 

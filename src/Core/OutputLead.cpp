@@ -11,9 +11,9 @@ OutputLead::OutputLead(Nanoseconds interval)
 
 void OutputLead::noteReady(Nanoseconds afterBeat)
 {
-    constexpr int halfLife = 4096; // beats, nearly; more than a minute
+    constexpr int memory = 4096; // beats until a third is left; more than a minute
     if (afterBeat <= m_longest)
-        m_value = std::min(std::max(2 * afterBeat, m_value - m_value / halfLife), m_longest);
+        m_value = std::min(std::max(2 * afterBeat, m_value - m_value / memory), m_longest);
 }
 
 } // namespace tessara

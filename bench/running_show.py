@@ -18,6 +18,7 @@ sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "scripts"))
 from headless import PROGRAM, Show  # noqa: E402
 
 COPIES = PROGRAM.with_name("tessara-bench-copies")
+LOOK = PROGRAM.with_name("tessara-bench-look")
 STALL_WATCH = PROGRAM.with_name("tessara-bench-stalls")
 LONGEST_EFFECT = 0.03  # s, of a stall on the frames after it
 COPYING = 20  # s
@@ -185,6 +186,8 @@ def main():
     parser.add_argument("--mode", default="1080p50")
     parser.add_argument("--routing", default="keyAndFill")
     parser.add_argument("--seconds", type=float, default=60)
+    parser.add_argument("--watched", action="store_true",
+                        help="another program looks at the frames, so that the card copies each")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as data, Show(options.program, data) as show:
         choose(show, "fill", options.mode)
@@ -196,12 +199,15 @@ def main():
         print(f"{len(layers)} layers on {options.canvas_width} px, {options.mode}, "
               f"{options.routing}")
         show.call("app.startDeckLinkOutput")
+        viewer = subprocess.Popen([str(LOOK), data], stdin=subprocess.PIPE) if options.watched else None
         watch = StallWatch()
         before = main_thread(show)
         start, end, losses = dissolve_in_and_out(show, layers, options.seconds)
         seconds = end - start
         ran, waited = (after - then for after, then in zip(main_thread(show), before))
         watch.end()
+        if viewer:
+            viewer.communicate()
         report(show, seconds, watch)
         report_losses(start, losses, watch)
         print(f"main thread: ran {ran / seconds * 100:.1f} % of the time, "

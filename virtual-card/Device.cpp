@@ -166,8 +166,9 @@ Cadence::Time Device::noteDisplayCall(Cadence::Time now, bool isFreeRunning)
 void Device::show(const FrameShape &frame, IDeckLinkVideoBuffer *buffer, const void *bytes,
                   Cadence::Time now, bool isFreeRunning)
 {
-    m_transfer->begin(frame, buffer, bytes);
-    ++m_sent;
+    FrameShape numbered = frame;
+    numbered.number = std::uint64_t(++m_sent);
+    m_transfer->begin(numbered, buffer, bytes);
     if (isFreeRunning)
         m_cadence.emplace(m_mode->frameDuration, m_mode->timeScale); // begins anew when it is over
     else

@@ -1,6 +1,7 @@
 // How frames come from their senders' memory into the card's.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -13,12 +14,18 @@ namespace tessara::virtualcard {
 
 class SharedFrameWriter;
 
-/// Fetches a frame while its sender goes on, as a card does, and holds the sender's buffer until
-/// then.
+/// Takes a frame while its sender goes on, as a card does, and holds the sender's buffer until
+/// then. Bytes are copied for those who look at them: a frame that nobody asked for stays where it
+/// is until the next one comes, and is copied where none does for a while.
 class FrameTransfer
 {
 public:
-    explicit FrameTransfer(SharedFrameWriter &target);
+    /// How long nothing may follow a frame before it is copied for those who look later; more than
+    /// two frames of any mode.
+    static constexpr std::chrono::milliseconds usualPatience{100};
+
+    explicit FrameTransfer(SharedFrameWriter &target,
+                           std::chrono::milliseconds patience = usualPatience);
     FrameTransfer(const FrameTransfer &) = delete;
     FrameTransfer &operator=(const FrameTransfer &) = delete;
     ~FrameTransfer();
@@ -27,7 +34,7 @@ public:
     /// whose bytes were asked for in an access for reading.
     void begin(const SharedFrameDescription &frame, decklink::IDeckLinkVideoBuffer *buffer,
                const void *bytes);
-    /// Returns when nothing is on its way.
+    /// Returns when the newest frame has been copied and no buffer is held. One caller at a time.
     void finish();
 
 private:
@@ -38,13 +45,20 @@ private:
         const void *bytes;
     };
 
+    static void letGo(const Job &job);
+
     void run();
+    void waitForWork(std::unique_lock<std::mutex> &lock);
+    void copy(const Job &job);
 
     SharedFrameWriter &m_target;
+    const std::chrono::milliseconds m_patience;
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::optional<Job> m_next;
-    bool m_isFetching = false;
+    std::optional<Job> m_kept; // not copied
+    bool m_isWorking = false;
+    bool m_isFinishing = false;
     bool m_isEnding = false;
     std::thread m_thread;
 };

@@ -142,9 +142,16 @@ bool SharedFrameWriter::hasRoomFor(const SharedFrameDescription &frame) const
     return m_header && frame.size() <= m_header->slotBytes;
 }
 
-void SharedFrameWriter::publish(SharedFrameDescription frame, const void *bytes)
+bool SharedFrameWriter::takeRequest()
 {
-    frame.number = m_header->newest.load(std::memory_order_relaxed) + 1;
+    const bool isRequested = m_header->requested.load(std::memory_order_relaxed) > 0;
+    if (isRequested)
+        m_header->requested.fetch_sub(1, std::memory_order_relaxed);
+    return isRequested;
+}
+
+void SharedFrameWriter::publish(const SharedFrameDescription &frame, const void *bytes)
+{
     SharedFrameSlot &slot = m_header->ring[frame.number % sharedFrameSlots];
     const std::uint64_t lock = slot.lock.load(std::memory_order_relaxed);
     slot.lock.store(lock + 1, std::memory_order_relaxed);

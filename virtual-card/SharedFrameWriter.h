@@ -25,8 +25,10 @@ public:
     void setEnabled(bool isEnabled);
     void setKeying(bool isKeying);
     bool hasRoomFor(const SharedFrameDescription &frame) const;
+    /// Whether somebody looks at the frame that is next; counts it.
+    bool takeRequest();
     /// For a frame that there is room for; on whatever thread, one at a time.
-    void publish(SharedFrameDescription frame, const void *bytes);
+    void publish(const SharedFrameDescription &frame, const void *bytes);
 
     /// Null while closed.
     const SharedFramesHeader *header() const { return m_header; }

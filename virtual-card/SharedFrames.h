@@ -12,13 +12,14 @@
 namespace tessara::virtualcard {
 
 inline constexpr std::uint32_t sharedFramesMagic = 0x54534652; // "TSFR"
-inline constexpr std::uint32_t sharedFramesVersion = 1;
+inline constexpr std::uint32_t sharedFramesVersion = 2;
 inline constexpr int sharedFrameSlots = 3; // a reader has two frame times before its slot is reused
+inline constexpr int framesOfARequest = 100; // a reader that looks now and then misses none
 
 struct SharedFrameSlot
 {
     std::atomic<std::uint64_t> lock; // odd while the slot is being written
-    std::uint64_t number;            // counts from 1
+    std::uint64_t number;            // counts all frames of the output, from 1
     std::uint32_t pixelFormat;
     std::int32_t width;
     std::int32_t height;
@@ -42,6 +43,7 @@ struct SharedFramesHeader
     std::atomic<std::uint32_t> isKeying;
     std::atomic<std::uint32_t> isRetired; // another segment has taken the name
     std::atomic<std::uint64_t> newest;    // number of the newest frame, 0 before the first
+    std::atomic<std::int32_t> requested;  // frames that readers still ask for
     SharedFrameSlot ring[sharedFrameSlots];
 };
 static_assert(std::atomic<std::uint64_t>::is_always_lock_free);

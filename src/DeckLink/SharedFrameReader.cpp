@@ -14,7 +14,7 @@ namespace tessara {
 
 using namespace virtualcard;
 
-/// One segment, mapped for reading.
+/// One segment: read, but for what is asked of its writer.
 class SharedFrameReader::Mapping
 {
     Q_DISABLE_COPY_MOVE(Mapping)
@@ -22,7 +22,7 @@ class SharedFrameReader::Mapping
 public:
     static std::unique_ptr<Mapping> open(const QString &name)
     {
-        const int file = shm_open(name.toLatin1().constData(), O_RDONLY | O_CLOEXEC, 0);
+        const int file = shm_open(name.toLatin1().constData(), O_RDWR | O_CLOEXEC, 0);
         if (file < 0)
             return nullptr;
         struct stat status = {};
@@ -30,7 +30,8 @@ public:
         // Nobody else's frames, should somebody else have made a segment of that name.
         if (fstat(file, &status) == 0 && status.st_uid == getuid()
             && status.st_size >= off_t(sizeof(SharedFramesHeader)))
-            memory = mmap(nullptr, size_t(status.st_size), PROT_READ, MAP_SHARED, file, 0);
+            memory =
+                mmap(nullptr, size_t(status.st_size), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
         close(file);
         if (memory == MAP_FAILED)
             return nullptr;
@@ -40,10 +41,8 @@ public:
 
     ~Mapping() { munmap(m_memory, m_size); }
 
-    const SharedFramesHeader &header() const
-    {
-        return *static_cast<const SharedFramesHeader *>(m_memory);
-    }
+    SharedFramesHeader &header() const { return *static_cast<SharedFramesHeader *>(m_memory); }
+    void request() { header().requested.store(framesOfARequest, std::memory_order_relaxed); }
     bool isRetired() const { return header().isRetired.load(std::memory_order_acquire) != 0; }
     /// A writer that crashed leaves its segment enabled.
     bool isEnabled() const
@@ -88,6 +87,8 @@ const SharedFrameReader::Mapping *SharedFrameReader::mapping()
     // A writer that crashed can't retire its segment; the next one to start does it instead.
     if (!m_mapping || m_mapping->isRetired())
         m_mapping = Mapping::open(m_name);
+    if (m_mapping)
+        m_mapping->request();
     return m_mapping.get();
 }
 

@@ -4,6 +4,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <thread>
+
 #include "DeckLink/DeckLinkAPI.h"
 #include "DeckLink/VirtualCardFixture.h"
 #include "virtual-card/SharedFrames.h"
@@ -73,6 +75,17 @@ TEST_F(SharedFrameReaderTest, TheNewestFrameIsShown)
     EXPECT_EQ(frame.status.pixelFormat, decklink::bmdFormat8BitBGRA);
     EXPECT_EQ(frame.fill.size(), QSize(1920, 1080));
     EXPECT_TRUE(frame.key.isNull());
+}
+
+TEST_F(SharedFrameReaderTest, AReaderThatComesLaterSeesTheNewestFrame)
+{
+    start();
+    ASSERT_TRUE(bridge.sendFrameBGRA(frame1080().data, 1920, 1080, 7680));
+
+    while (!reader.newestFrame())
+        std::this_thread::yield();
+
+    EXPECT_EQ(reader.newestFrame()->status.number, 1u);
 }
 
 TEST_F(SharedFrameReaderTest, AKeyingOutputHasAKeyAsWell)
@@ -180,9 +193,19 @@ TEST_F(ForeignSegmentTest, ASoundOneIsRead)
     EXPECT_EQ(foreign.newestFrame()->fill.size(), QSize(4, 4));
 }
 
+TEST_F(ForeignSegmentTest, EveryLookAsksForTheNextFrames)
+{
+    foreign.status();
+    EXPECT_EQ(header->requested, virtualcard::framesOfARequest);
+
+    header->requested = 3;
+    EXPECT_FALSE(foreign.newestFrame());
+    EXPECT_EQ(header->requested, virtualcard::framesOfARequest);
+}
+
 TEST_F(ForeignSegmentTest, AnotherVersionIsNotRead)
 {
-    header->version = 2;
+    header->version = virtualcard::sharedFramesVersion + 1;
 
     EXPECT_EQ(foreign.status(), std::nullopt);
 }

@@ -13,6 +13,7 @@
 #include "DeckLink/DeckLinkAPIDispatch.h"
 #include "DeckLink/DeckLinkManager.h"
 #include "DeckLink/VirtualCardFixture.h"
+#include "DeckLink/WatchedBuffer.h"
 
 namespace tessara {
 namespace {
@@ -263,37 +264,6 @@ TEST_F(VirtualCardTest, ItsOwnFramesHaveMemoryToFill)
     EXPECT_EQ(output->DisplayVideoFrameSync(frame.get()), E_ACCESSDENIED);
 }
 
-/// A sender's buffer that notes who lets go of it.
-class WatchedBuffer final : public IDeckLinkVideoBuffer
-{
-public:
-    HRESULT QueryInterface(REFIID, void **object) override
-    {
-        *object = this;
-        AddRef();
-        return S_OK;
-    }
-    ULONG AddRef() override { return ++references; }
-    ULONG Release() override { return --references; }
-    HRESULT GetBytes(void **target) override
-    {
-        *target = bytes.data();
-        return S_OK;
-    }
-    HRESULT StartAccess(BMDBufferAccessFlags) override { return S_OK; }
-    HRESULT EndAccess(BMDBufferAccessFlags) override
-    {
-        isHeld.wait(true);
-        reader = std::this_thread::get_id();
-        return S_OK;
-    }
-
-    std::vector<char> bytes = std::vector<char>(std::size_t(1920) * 1080 * 4, 7);
-    std::atomic<ULONG> references = 1;
-    std::atomic<std::thread::id> reader;
-    std::atomic<bool> isHeld = false; // by whoever fetches it
-};
-
 TEST_F(VirtualCardTest, FetchesAFrameByItself)
 {
     const DeckLinkReference<IDeckLinkIterator> iterator(CreateDeckLinkIteratorInstance());
@@ -301,7 +271,7 @@ TEST_F(VirtualCardTest, FetchesAFrameByItself)
     ASSERT_EQ(iterator->Next(device.receive()), S_OK);
     const auto output = device.query<IDeckLinkOutput>();
     ASSERT_EQ(output->EnableVideoOutput(fourCharacters("Hp50"), 0), S_OK);
-    WatchedBuffer buffer;
+    WatchedBuffer buffer(std::size_t(1920) * 1080 * 4);
     DeckLinkReference<IDeckLinkMutableVideoFrame> frame;
     ASSERT_EQ(output->CreateVideoFrameWithBuffer(1920, 1080, 1920 * 4, bmdFormat8BitBGRA, 0,
                                                  &buffer, frame.receive()),
@@ -315,32 +285,6 @@ TEST_F(VirtualCardTest, FetchesAFrameByItself)
     EXPECT_NE(buffer.reader.load(), std::thread::id());
     EXPECT_NE(buffer.reader.load(), std::this_thread::get_id());
     EXPECT_EQ(buffer.references, 1u);
-}
-
-TEST_F(VirtualCardTest, AFrameThatIsFetchedSlowlyHoldsNoCall)
-{
-    const DeckLinkReference<IDeckLinkIterator> iterator(CreateDeckLinkIteratorInstance());
-    DeckLinkReference<IDeckLink> device;
-    ASSERT_EQ(iterator->Next(device.receive()), S_OK);
-    const auto output = device.query<IDeckLinkOutput>();
-    ASSERT_EQ(output->EnableVideoOutput(fourCharacters("Hp50"), 0), S_OK);
-    WatchedBuffer slow;
-    WatchedBuffer next;
-    slow.isHeld = true;
-    for (WatchedBuffer *buffer : {&slow, &next}) {
-        DeckLinkReference<IDeckLinkMutableVideoFrame> frame;
-        output->CreateVideoFrameWithBuffer(1920, 1080, 1920 * 4, bmdFormat8BitBGRA, 0, buffer,
-                                           frame.receive());
-        ASSERT_EQ(output->DisplayVideoFrameSync(frame.get()), S_OK);
-    }
-    EXPECT_EQ(next.reader.load(), std::thread::id());
-
-    slow.isHeld = false;
-    slow.isHeld.notify_all();
-
-    EXPECT_EQ(card.frames(keyingDevice)->sent, 2);
-    EXPECT_EQ(slow.references, 1u);
-    EXPECT_EQ(next.references, 1u);
 }
 
 TEST_F(VirtualCardTest, AFrameIsFetchedWholeBeforeItsOutputCloses)

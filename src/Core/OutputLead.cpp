@@ -5,7 +5,7 @@
 namespace tessara {
 
 OutputLead::OutputLead(Nanoseconds interval)
-    : m_longest(interval * 3 / 5) // what is left is for the card to fetch it
+    : m_longest(interval * 17 / 20) // what is left is for what else there is to do
 {
 }
 

@@ -14,8 +14,8 @@ public:
     explicit OutputLead(Nanoseconds interval);
 
     Nanoseconds value() const { return m_value; }
-    /// A frame was ready so long after its beat. What took more than three fifths of an interval
-    /// is an exception that no other frame is begun earlier for.
+    /// A frame was ready so long after its beat. What took more than most of an interval is an
+    /// exception that no other frame is begun earlier for.
     void noteReady(Nanoseconds afterBeat);
 
 private:

@@ -27,12 +27,12 @@ TEST(OutputLead, LeavesTwiceTheTimeOfTheSlowest)
     EXPECT_NEAR(double(lead.value().count()), 8e6, 1e6);
 }
 
-TEST(OutputLead, LeavesTheCardTimeToFetchTheFrame)
+TEST(OutputLead, IsNeverAWholeInterval)
 {
     OutputLead lead(interval);
-    lead.noteReady(8ms);
+    lead.noteReady(12ms);
 
-    EXPECT_EQ(lead.value(), 12ms);
+    EXPECT_EQ(lead.value(), 17ms);
 }
 
 TEST(OutputLead, ForgetsInMinutes)
@@ -49,7 +49,7 @@ TEST(OutputLead, NoFrameIsBegunEarlierForAnException)
 {
     OutputLead lead(interval);
     lead.noteReady(2ms);
-    lead.noteReady(15ms);
+    lead.noteReady(18ms);
 
     EXPECT_EQ(lead.value(), 4ms);
 }
@@ -118,7 +118,7 @@ TEST_F(OutputLoopTest, AFrameThatIsTooSlowMovesNoOther)
 
 TEST_F(OutputLoopTest, ABeatThatThereIsNoTimeLeftForIsTakenAtOnce)
 {
-    composing = 12ms; // until 32 ms, when the next should have been begun at 28 ms
+    composing = 12ms; // until 32 ms, when the next should have been begun at 23 ms
     clock.advance(35ms);
     composing = 1ms;
     clock.advance(50ms);

@@ -146,10 +146,10 @@ def dissolve_in_and_out(show, layers, seconds):
 
 def report_losses(start, losses, watch):
     for count, since, until in losses:
-        still = ", ".join(f"core {core} for {(end - begin) * 1000:.1f} ms"
-                          for core, begin, end in watch.between(since, until))
+        stops = [end - begin for _, begin, end in watch.between(since, until)]
         print(f"{count} ticks lost between {since - start:.1f} and {until - start:.1f} s: "
-              f"{'the machine stood still, ' + still if still else 'the machine ran'}")
+              + (f"a core stood still {len(stops)} times, {max(stops) * 1000:.1f} ms at most"
+                 if stops else "the machine ran"))
     if watch.stalls:
         lengths = [end - begin for _, begin, end in watch.stalls]
         print(f"machine: {len(lengths)} times a core stood still for more than 4 ms, "

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tessara {
 
@@ -49,6 +50,30 @@ std::optional<QPointF> cornerOf(const Primitive &primitive, const QTransform &to
     if (!picture || picture->mask || !isPixelForPixel(*picture, boxToDevice))
         return std::nullopt;
     return boxToDevice.map(picture->box.topLeft());
+}
+
+/// The only rows in which `item` may look otherwise than `old`, which was drawn in its place;
+/// nothing is told of two that were made apart.
+std::optional<OutlineRows> rowsBetween(const DrawItem &old, const DrawItem &item)
+{
+    const std::optional<Sprite::Kinship> &kinship = item.sprite->kinship();
+    if (!kinship || kinship->serial != old.serial || old.slides() || item.slides()
+        || old.color != item.color)
+        return std::nullopt;
+    const QPoint shift = item.place.topLeft() - item.sprite->bounds().topLeft();
+    if (shift != old.place.topLeft() - kinship->bounds.topLeft())
+        return std::nullopt;
+    return OutlineRows{kinship->changed.top + shift.y(), kinship->changed.bottom + shift.y()};
+}
+
+void addChange(TileDamage &damage, const DrawItem &old, const DrawItem &item)
+{
+    const std::optional<OutlineRows> rows = rowsBetween(old, item);
+    for (const QRect &bounds : {old.bounds(), item.bounds()})
+        damage.add(rows ? bounds
+                              & QRect(QPoint(bounds.left(), rows->top),
+                                      QPoint(bounds.right(), rows->bottom))
+                        : bounds);
 }
 
 } // namespace
@@ -297,7 +322,7 @@ void FrameScene::rebuildParts(SceneLayer &layer, QPointF slide)
     const QTransform &toDevice = m_geometry.canvasToDevice;
     const std::vector<Primitive> primitives =
         primitivesOf(layer.item, {QPointF(), m_geometry.style, toDevice.m11()}, m_texts);
-    layer.parts.clear();
+    const std::vector<Part> before = std::exchange(layer.parts, {});
     layer.parts.resize(primitives.size());
     for (std::size_t index = 0; index < primitives.size(); ++index) {
         const Primitive &primitive = primitives[index];
@@ -319,7 +344,7 @@ void FrameScene::rebuildParts(SceneLayer &layer, QPointF slide)
         m_rasters.push_back(
             {key, primitive,
              slide.isNull() ? frame : frame.adjusted(-margin, -margin, margin, margin), index,
-             &layer, nullptr});
+             &layer, index < before.size() ? before[index].placed.sprite : nullptr, nullptr});
     }
     layer.isContentStale = false;
     layer.isForgotten = false;
@@ -332,7 +357,8 @@ void FrameScene::makeRasters()
         return;
     m_workers.run(int(m_rasters.size()), m_workers.threads() - 1, [this](int piece, int) {
         Raster &raster = m_rasters[std::size_t(piece)];
-        raster.sprite = Sprite::make(raster.primitive, m_geometry.canvasToDevice, raster.area);
+        raster.sprite = Sprite::make(raster.primitive, m_geometry.canvasToDevice, raster.area,
+                                     raster.similar.get());
     });
     for (Raster &raster : m_rasters) {
         raster.layer->parts[raster.part].placed = {raster.sprite, QPoint()};
@@ -433,8 +459,7 @@ void FrameScene::rebuildItems(SceneLayer &layer, QPointF slide, TileDamage &dama
             layer.items.push_back(item);
             damage.add(item.bounds());
         } else if (DrawItem &old = layer.items[count]; !(old == item)) {
-            damage.add(old.bounds());
-            damage.add(item.bounds());
+            addChange(damage, old, item);
             old = item;
         }
         ++count;

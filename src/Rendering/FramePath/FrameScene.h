@@ -91,6 +91,7 @@ private:
         QRect area;
         std::size_t part; // of the layer
         SceneLayer *layer;
+        std::shared_ptr<const Sprite> similar; // or none
         std::shared_ptr<const Sprite> sprite;
     };
     /// A raster in the maker's hands, whose layer may be gone when it is done.

@@ -15,6 +15,7 @@ namespace tessara {
 namespace {
 
 constexpr qsizetype stripPixels = 1 << 19; // of a raster in the making
+constexpr int longOutline = 200;           // elements; more are dearer to walk than memory is
 
 enum class Cell : quint8 { empty, soft, rim, full };
 
@@ -82,11 +83,42 @@ public:
         std::size_t bytes = 0;
         for (std::size_t index = firstRun; index < m_sprite.m_runs.size(); ++index)
             bytes += bytesOf(m_sprite.m_runs[index]);
-        m_sprite.m_blocks.push_back(Block::make(bytes));
-        m_sprite.m_bytes += qsizetype(bytes);
-        quint8 *data = m_sprite.m_blocks.back().get();
+        quint8 *data = addBlock(bytes);
         for (int row = 0; row < rows.count; ++row)
             data = keepRow(firstRow + std::size_t(row), rowOf(rows, row), data);
+    }
+    /// Of the width of the bounds, but for what is empty on the right.
+    void addRows(const CoverageMask &mask)
+    {
+        const QRect &bounds = m_sprite.m_bounds;
+        const auto width = std::size_t(bounds.width());
+        std::vector<quint8> rows(width * std::size_t(mask.bounds.height()));
+        for (int y = 0; y < mask.bounds.height(); ++y)
+            std::copy_n(mask.row(mask.bounds.top() + y), mask.bounds.width(),
+                        rows.data() + std::size_t(y) * width + mask.bounds.left() - bounds.left());
+        addRows({rows.data(), bounds.width(), mask.bounds.height()});
+    }
+    /// Those of a sprite that begins at the same left.
+    void addRowsOf(const Sprite &other, int first, int count)
+    {
+        const auto begin = std::size_t(first);
+        const auto end = std::size_t(first + count);
+        std::size_t bytes = 0;
+        for (std::size_t run = other.m_rowStarts[begin]; run < other.m_rowStarts[end]; ++run)
+            bytes += bytesOf(other.m_runs[run]);
+        quint8 *data = addBlock(bytes);
+        for (std::size_t row = begin; row < end; ++row) {
+            for (SpriteRun run : other.row(int(row))) {
+                const std::size_t size = bytesOf(run);
+                if (size > 0) {
+                    std::memcpy(data, run.data, size);
+                    run.data = data;
+                    data += size;
+                }
+                m_sprite.m_runs.push_back(run);
+            }
+            endRow(other.fullSpan(int(row)));
+        }
     }
     void addEmptyRows(int rows)
     {
@@ -105,6 +137,13 @@ private:
     {
         return {rows.pixels + row * rows.rowBytes,
                 rows.coverage ? rows.coverage + row * rows.coverageRowBytes : nullptr};
+    }
+
+    quint8 *addBlock(std::size_t bytes)
+    {
+        m_sprite.m_blocks.push_back(Block::make(bytes));
+        m_sprite.m_bytes += qsizetype(bytes);
+        return m_sprite.m_blocks.back().get();
     }
 
     /// What is covered wholly needs no mask.
@@ -247,14 +286,13 @@ std::unique_ptr<quint8, void (*)(quint8 *)> Sprite::Block::make(std::size_t byte
 
 void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const QRect &area)
 {
-    constexpr int simple = 200; // elements; more are dearer to walk through than memory is
-    constexpr double rim = 2;   // px
+    constexpr double rim = 2; // px
     const QRectF box = toDevice.mapRect(fill.path.controlPointRect());
     const QRectF reach = box.adjusted(-rim, -rim, rim, rim);
     const QRect pixels = alignedPixels(reach, area);
     if (pixels.isEmpty())
         return;
-    const bool isWhole = fill.path.elementCount() > simple || !QRectF(area).contains(reach)
+    const bool isWhole = fill.path.elementCount() > longOutline || !QRectF(area).contains(reach)
                          || qsizetype(pixels.width()) * pixels.height() <= 2 * stripPixels;
     if (isWhole) {
         const CoverageMask mask = rasterizedPath(fill.path, toDevice, area);
@@ -275,14 +313,58 @@ void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const Q
             continue;
         }
         builder.addEmptyRows(mask.bounds.top() - strip.top());
-        std::vector<quint8> rows(std::size_t(pixels.width()) * std::size_t(mask.bounds.height()));
-        for (int y = 0; y < mask.bounds.height(); ++y)
-            std::copy_n(mask.row(mask.bounds.top() + y), mask.bounds.width(),
-                        rows.data() + qsizetype(y) * pixels.width() + mask.bounds.left()
-                            - pixels.left());
-        builder.addRows({rows.data(), pixels.width(), mask.bounds.height()});
+        builder.addRows(mask);
         builder.addEmptyRows(strip.bottom() - mask.bounds.bottom());
     }
+}
+
+// Whoever types changes a line of a title or two.
+bool Sprite::addFillLike(const Sprite &similar)
+{
+    if (!m_origin || !similar.m_origin || similar.m_bounds.isEmpty()
+        || m_origin->toDevice != similar.m_origin->toDevice
+        || m_origin->shown != similar.m_origin->shown)
+        return false;
+    const std::optional<OutlineRows> changed =
+        changedRows(similar.m_origin->path, m_origin->path, m_origin->toDevice);
+    const QRect &kept = similar.m_bounds;
+    if (!changed || (changed->top <= kept.top() && changed->bottom >= kept.bottom()))
+        return false;
+    const QRect &shown = m_origin->shown;
+    const QRect band =
+        shown & QRect(QPoint(shown.left(), changed->top), QPoint(shown.right(), changed->bottom));
+    const CoverageMask mask = rasterizedPath(m_origin->path, m_origin->toDevice, band);
+    const QRect &come = mask.bounds;
+    if (!come.isEmpty() && come.left() < kept.left())
+        return false;
+    const int above = std::clamp(changed->top - kept.top(), 0, kept.height()); // rows
+    const int below = std::clamp(kept.bottom() - changed->bottom, 0, kept.height());
+    m_kinship = Kinship{similar.serial(), kept, *changed};
+    QRect bounds = come;
+    if (above > 0)
+        bounds |= QRect(kept.left(), kept.top(), kept.width(), above);
+    if (below > 0)
+        bounds |= QRect(kept.left(), kept.bottom() + 1 - below, kept.width(), below);
+    Builder builder(*this, Kind::mask, bounds);
+    int next = bounds.top();
+    const auto skipTo = [&](int y) {
+        builder.addEmptyRows(y - next);
+        next = y;
+    };
+    if (above > 0) {
+        builder.addRowsOf(similar, 0, above);
+        next += above;
+    }
+    if (!come.isEmpty()) {
+        skipTo(come.top());
+        builder.addRows(mask);
+        next += come.height();
+    }
+    if (below > 0) {
+        skipTo(kept.bottom() + 1 - below);
+        builder.addRowsOf(similar, kept.height() - below, below);
+    }
+    return true;
 }
 
 // Strip by strip, since a raster of a whole canvas would double the memory that the picture takes.
@@ -304,7 +386,8 @@ void Sprite::addPicture(const PlacedPicture &picture, const QTransform &toDevice
 }
 
 std::shared_ptr<const Sprite> Sprite::make(const Primitive &primitive,
-                                           const QTransform &canvasToDevice, const QRect &area)
+                                           const QTransform &canvasToDevice, const QRect &area,
+                                           const Sprite *similar)
 {
     const std::shared_ptr<Sprite> sprite(new Sprite);
     sprite->m_serial = nextSerial();
@@ -312,10 +395,14 @@ std::shared_ptr<const Sprite> Sprite::make(const Primitive &primitive,
     const QRect shown =
         primitive.clip ? clipInPixels(*primitive.clip, canvasToDevice).intersected(area) : area;
     const QTransform toDevice = primitive.toCanvas * canvasToDevice;
-    if (const auto *fill = std::get_if<FilledPath>(&primitive.what))
-        sprite->addFill(*fill, toDevice, shown);
-    else
+    if (const auto *fill = std::get_if<FilledPath>(&primitive.what)) {
+        if (fill->path.elementCount() > longOutline)
+            sprite->m_origin = Origin{fill->path, toDevice, shown};
+        if (!similar || !sprite->addFillLike(*similar))
+            sprite->addFill(*fill, toDevice, shown);
+    } else {
         sprite->addPicture(std::get<PlacedPicture>(primitive.what), toDevice, area, shown);
+    }
     return sprite;
 }
 

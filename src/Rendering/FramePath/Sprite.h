@@ -1,11 +1,13 @@
 // The kept raster of one drawing operation.
 #pragma once
 
+#include "Rendering/FramePath/OutlineChange.h"
 #include "Rendering/Primitive.h"
 
 #include <QRect>
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -34,9 +36,11 @@ class Sprite
 public:
     enum class Kind { mask, picture };
 
-    /// What `primitive` covers of `area`, in pixels of the frame. For any thread.
+    /// What `primitive` covers of `area`, in pixels of the frame. For any thread. The sprite of a
+    /// similar outline, made for the same place, saves the rows that are in both.
     static std::shared_ptr<const Sprite> make(const Primitive &primitive,
-                                              const QTransform &canvasToDevice, const QRect &area);
+                                              const QTransform &canvasToDevice, const QRect &area,
+                                              const Sprite *similar = nullptr);
 
     Kind kind() const { return m_kind; }
     int bytesPerPixel() const { return m_kind == Kind::mask ? 1 : 4; }
@@ -48,6 +52,15 @@ public:
     qsizetype bytes() const { return m_bytes; }
     /// No two sprites of a process have the same.
     quint32 serial() const { return m_serial; }
+
+    /// How it was made from another.
+    struct Kinship
+    {
+        quint32 serial;      // of the other
+        QRect bounds;        // of the other
+        OutlineRows changed; // all that differs, of the frame that both were made for
+    };
+    const std::optional<Kinship> &kinship() const { return m_kinship; }
 
     /// `row` counts from the top of `bounds`.
     std::span<const SpriteRun> row(int row) const
@@ -73,8 +86,18 @@ private:
         static void free(quint8 *bytes);
     };
 
+    /// What a long outline was made from.
+    struct Origin
+    {
+        QPainterPath path;
+        QTransform toDevice;
+        QRect shown;
+    };
+
     Sprite() = default;
     void addFill(const FilledPath &fill, const QTransform &toDevice, const QRect &area);
+    /// False, and nothing added, where too little is the same.
+    bool addFillLike(const Sprite &similar);
     /// `shown` is what a clip leaves of `area`.
     void addPicture(const PlacedPicture &picture, const QTransform &toDevice, const QRect &area,
                     const QRect &shown);
@@ -89,6 +112,8 @@ private:
     std::vector<Span> m_fullSpans;
     bool m_hasFullSpans = false;
     qsizetype m_bytes = 0;
+    std::optional<Origin> m_origin;
+    std::optional<Kinship> m_kinship;
 };
 
 } // namespace tessara

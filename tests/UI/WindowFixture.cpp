@@ -157,11 +157,14 @@ bool WindowFixture::until(const std::function<bool()> &isSo) const
     return QTest::qWaitFor(isSo, patience);
 }
 
-// Menus and the tool picker open in steps; everything stands when no step is left.
+// Menus and the tool picker open in steps; everything stands when no step is left. In slices, since
+// a machine that stands still takes one of them and not all.
 void WindowFixture::settle() const
 {
     constexpr int longestMotion = 250; // ms
-    QTest::qWait(longestMotion);
+    constexpr int slice = 25;          // ms
+    for (int waited = 0; waited < longestMotion; waited += slice)
+        QTest::qWait(slice);
 }
 
 void WindowFixture::keepPicture(const QString &name) const
@@ -177,8 +180,12 @@ void WindowFixture::openTools()
 
 void WindowFixture::addTitle()
 {
+    const auto layers = [this] { return document->layerOrder().size(); };
+    const auto before = layers();
     openTools();
+    EXPECT_TRUE(until([this] { return item(QStringLiteral("tool0"))->isVisible(); }));
     click(item(QStringLiteral("tool0")));
+    EXPECT_TRUE(until([&] { return layers() > before; }));
 }
 
 } // namespace tessara

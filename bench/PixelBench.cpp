@@ -4,7 +4,7 @@
 #include "Base/Pixels/FrameBytes.h"
 #include "Base/Pixels/PixelConversion.h"
 #include "Base/Pixels/Resample.h"
-#include "Base/Pixels/RowOutput.h"
+#include "Base/Pixels/StoreTrial.h"
 
 #include <algorithm>
 #include <cstring>
@@ -69,7 +69,7 @@ void benchConversions(const FrameBench &bench)
     const auto pass = [=](Convert convert, TargetRows rows) {
         return [=] { convert(from, rows, width, height); };
     };
-    const OutputKernels &kernels = outputKernels(RowStores::streaming);
+    const OutputKernels &kernels = outputKernels(storesForLargeFrames());
     const auto rows = [=](OutputKernels::Convert convert, TargetRows outputRows) {
         return [=] {
             for (int y = 0; y < height; ++y)

@@ -165,10 +165,11 @@ void addFrames()
             frame = kept.back().writableData();
         }
         for (const Output &output : outputs) {
-            for (const RowStores stores : {RowStores::plain, RowStores::streaming}) {
+            for (const auto &[stores, storesName] :
+                 {std::pair(RowStores::plain, "plain"), std::pair(RowStores::fetching, "fetching"),
+                  std::pair(RowStores::streaming, "streaming")}) {
                 const std::string name = std::string("frame") + std::to_string(width) + "/"
-                                         + output.name
-                                         + (stores == RowStores::plain ? "/plain" : "/streaming");
+                                         + output.name + "/" + storesName;
                 addBenchmark(name, width * height, [=, turn = std::size_t(0)]() mutable {
                     quint8 *frame = frames[turn++ % frameCount];
                     const auto convert = outputKernels(stores).*output.convert;

@@ -2,6 +2,7 @@
 #include <QCommandLineParser>
 #include <QGuiApplication>
 
+#include "Base/Pixels/StoreTrial.h"
 #include "Base/ProcessTuning.h"
 #include "bench/FrameBench.h"
 #include "bench/MachineLoad.h"
@@ -145,6 +146,9 @@ int main(int argc, char **argv)
         ShowFiles::read(options.parser.value(options.preset), options.parser.value(options.macros));
     if (options.parser.isSet(options.memoryOf))
         return runMemoryChild(options, std::move(show));
+    std::printf("Large frames are written %s.\n", storesForLargeFrames() == RowStores::streaming
+                                                      ? "past the cache"
+                                                      : "through the cache, fetched ahead");
     BenchTable table;
     runChapters(options, show, table);
     std::printf("\n");

@@ -259,9 +259,13 @@ HWY_INLINE void storeVector(quint8 *target, qsizetype x, const Conversion &conve
 }
 
 /// Where the row isn't made of whole aligned vectors, its first and its last overlap another.
+/// Memory that will be written is asked for this far ahead, over the end of the row into the next.
+constexpr qsizetype fetchedAhead = 2048; // bytes
+
 template <RowStores stores, class Conversion>
 HWY_INLINE void writeRow(quint8 *target, qsizetype words, const Conversion &conversion)
 {
+    constexpr qsizetype wordsOfALine = 16;
     if (words < vectorWords) {
         for (qsizetype x = 0; x < words; ++x)
             storeWord(target + 4 * x, conversion.word(x));
@@ -276,8 +280,11 @@ HWY_INLINE void writeRow(quint8 *target, qsizetype words, const Conversion &conv
         for (; x + vectorWords <= words; x += vectorWords)
             hn::Stream(hn::BitCast(Bytes(), conversion.words(x)), Bytes(), target + 4 * x);
     } else {
-        for (; x + vectorWords <= words; x += vectorWords)
+        for (; x + vectorWords <= words; x += vectorWords) {
+            if (stores == RowStores::fetching && x % wordsOfALine == 0)
+                hwy::Prefetch(target + 4 * x + fetchedAhead);
             storeVector(target, x, conversion);
+        }
     }
     if (x < words)
         storeVector(target, words - vectorWords, conversion);
@@ -342,8 +349,15 @@ constexpr OutputKernels kernelsWith{copy<stores>,
 
 const OutputKernels &kernels(RowStores stores)
 {
-    return stores == RowStores::streaming ? kernelsWith<RowStores::streaming>
-                                          : kernelsWith<RowStores::plain>;
+    switch (stores) {
+    case RowStores::plain:
+        return kernelsWith<RowStores::plain>;
+    case RowStores::fetching:
+        return kernelsWith<RowStores::fetching>;
+    case RowStores::streaming:
+        return kernelsWith<RowStores::streaming>;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace

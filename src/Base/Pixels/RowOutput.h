@@ -5,8 +5,9 @@
 
 namespace tessara {
 
-/// How bytes reach a frame that nobody reads soon: through the cache, or past it.
-enum class RowStores { plain, streaming };
+/// How bytes reach a frame: through the cache, through the cache with its memory asked for ahead,
+/// or past the cache.
+enum class RowStores { plain, fetching, streaming };
 
 /// Any positive number of pixels and targets anywhere. Nothing is written past the target's last
 /// pixel; a source begins at a multiple of 4 bytes and may be read up to 64 bytes past its end.

@@ -1,5 +1,6 @@
 #include "Rendering/FramePath/FramePath.h"
 
+#include "Base/Pixels/StoreTrial.h"
 #include "Models/CanvasDocument.h"
 
 #include <algorithm>
@@ -8,11 +9,10 @@ namespace tessara {
 
 namespace {
 
-// What doesn't stay in the cache until it is written again goes past it: nobody here reads it.
 RowStores storesFor(qsizetype bytes)
 {
     constexpr qsizetype large = 4 << 20; // bytes a frame
-    return bytes > large ? RowStores::streaming : RowStores::plain;
+    return bytes > large ? storesForLargeFrames() : RowStores::plain;
 }
 
 qsizetype bytesOf(const TileDamage &stale, const FrameTarget &target)
@@ -44,6 +44,7 @@ FramePath::FramePath(int threads)
     : m_workers(threads)
     , m_scene(m_workers)
 {
+    storesForLargeFrames(); // tried now, before a frame is due
 }
 
 FramePath::Result FramePath::render(const CanvasDocument &document,

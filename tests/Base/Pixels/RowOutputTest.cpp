@@ -59,7 +59,8 @@ protected:
             const Row source = randomRow(width, quint32(width));
             const Bytes row = model(source, width);
             Bytes target(row.size() + 3 * line);
-            for (const RowStores stores : {RowStores::plain, RowStores::streaming}) {
+            for (const RowStores stores :
+                 {RowStores::plain, RowStores::fetching, RowStores::streaming}) {
                 for (std::size_t at = 0; at < line; ++at) {
                     std::fill(target.begin(), target.end(), 0xA5);
                     Bytes expected = target;

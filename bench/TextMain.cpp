@@ -72,9 +72,9 @@ Milliseconds keyStroke(TextBlockCache &texts, const Frame &frame, qsizetype coun
     Milliseconds spent{};
     const auto wrapped = texts.block(text, font, TextLayerHorizontalAlignment::leading, boxWidth);
     spent[layout] = watch.lap();
-    const QPainterPath fill = wrapped->fillPath();
+    const QPainterPath fill = wrapped->fill().path;
     spent[outlines] = watch.lap();
-    const QPainterPath edges = wrapped->strokePath(frame.outlineWidth);
+    const QPainterPath edges = wrapped->stroke(frame.outlineWidth).path;
     spent[stroke] = watch.lap();
     QTransform toPixels = QTransform::fromTranslate(96.25, 100);
     toPixels.scale(wrapped->scale(), wrapped->scale());

@@ -21,8 +21,8 @@ void openFontFiles()
 {
     const QString sample = QStringLiteral("Aก ا 🏆");
     for (const QFont::Weight weight : {QFont::Normal, QFont::DemiBold, QFont::Bold}) {
-        (void)TextBlock(sample, systemFont(1, weight)).fillPath();
-        (void)TextBlock(sample, monospacedDigitSystemFont(1, weight)).fillPath();
+        (void)TextBlock(sample, systemFont(1, weight)).fill();
+        (void)TextBlock(sample, monospacedDigitSystemFont(1, weight)).fill();
     }
 }
 

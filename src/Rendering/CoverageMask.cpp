@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <optional>
+#include <span>
 
 #include "Rendering/CoverageRaster.h"
 #include "Rendering/SparseImage.h"
@@ -22,7 +23,7 @@ using Point = CoverageRaster::Point;
 /// One closed line of a path.
 struct Contour
 {
-    int first; // point, which is an element of the path
+    int first; // point
     int end;
     QRect pixels; // with a rim of one
 };
@@ -47,25 +48,59 @@ QRect pixelsOf(const Point *first, const Point *end)
 
 constexpr double far = 1e6; // px
 
+/// Some of the elements of a path.
+struct Elements
+{
+    int begin;
+    int end;
+};
+
+/// What may cover anything in the rows of `clip`; those parts that follow each other as one.
+std::vector<Elements> elementsIn(const QRect &clip, const QPainterPath &path,
+                                 const OutlineParts &parts, const QTransform &toPixels)
+{
+    if (!parts)
+        return {{0, path.elementCount()}};
+    constexpr int rim = 1; // px, for points are rounded on their way
+    std::vector<Elements> elements;
+    int begin = 0;
+    for (const OutlinePart &part : *parts) {
+        const QRectF box = toPixels.mapRect(part.box);
+        if (box.bottom() >= clip.top() - rim && box.top() <= clip.bottom() + 1 + rim) {
+            if (!elements.empty() && elements.back().end == begin)
+                elements.back().end = part.end;
+            else
+                elements.push_back({begin, part.end});
+        }
+        begin = part.end;
+    }
+    return elements;
+}
+
 // As a painter maps and rounds, and beyond any clip no further than whole numbers go. Nothing for a
 // path with curves.
-std::optional<Polygons> polygonsOf(const QPainterPath &path, const QTransform &toPixels)
+std::optional<Polygons> polygonsOf(const QPainterPath &path, std::span<const Elements> stretches,
+                                   const QTransform &toPixels)
 {
     const auto rounded = [](double pixels) { return qRound(std::clamp(pixels, -far, far) * 64); };
     const double scaleX = toPixels.m11(), left = toPixels.dx();
     const double scaleY = toPixels.m22(), top = toPixels.dy();
     Polygons polygons;
-    const int count = path.elementCount();
+    int count = 0;
+    for (const auto &[begin, end] : stretches)
+        count += end - begin;
     polygons.points.reserve(std::size_t(count));
-    for (int index = 0; index < count; ++index) {
-        const QPainterPath::Element &element = path.elementAt(index);
-        if (element.isCurveTo())
-            return std::nullopt;
-        if (element.isMoveTo())
-            polygons.contours.push_back({index, index, {}});
-        polygons.contours.back().end = index + 1;
-        polygons.points.push_back(
-            {rounded(scaleX * element.x + left), rounded(scaleY * element.y + top)});
+    for (const auto &[begin, end] : stretches) {
+        for (int index = begin; index < end; ++index) {
+            const QPainterPath::Element element = path.elementAt(index);
+            if (element.isCurveTo())
+                return std::nullopt;
+            if (element.isMoveTo())
+                polygons.contours.push_back({int(polygons.points.size()), 0, {}});
+            polygons.points.push_back(
+                {rounded(scaleX * element.x + left), rounded(scaleY * element.y + top)});
+            polygons.contours.back().end = int(polygons.points.size());
+        }
     }
     for (Contour &contour : polygons.contours)
         contour.pixels =
@@ -182,12 +217,14 @@ QPainterPath copyOf(const QPainterPath &path)
 
 } // namespace
 
-CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels, const QRect &clip)
+CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels, const QRect &clip,
+                            const OutlineParts &parts)
 {
     const bool mayRasterize =
         path.elementCount() > fewElements && toPixels.type() <= QTransform::TxScale;
     const std::optional<Polygons> polygons =
-        mayRasterize ? polygonsOf(path, toPixels) : std::nullopt;
+        mayRasterize ? polygonsOf(path, elementsIn(clip, path, parts, toPixels), toPixels)
+                     : std::nullopt;
     if (!polygons) {
         const QPainterPath own = copyOf(path);
         constexpr double rim = 1; // px, for a path is rounded on its way to the pixels

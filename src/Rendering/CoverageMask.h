@@ -5,6 +5,8 @@
 #include <QRect>
 #include <QTransform>
 
+#include "Rendering/Outline.h"
+
 #include <vector>
 
 namespace tessara {
@@ -22,7 +24,8 @@ struct CoverageMask
 
 /// The coverage of the pixels in `clip`, to the byte what a painter with antialiasing makes of the
 /// path in an opaque colour on a transparent picture. For any thread, also of one path at once.
-CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels,
-                            const QRect &clip);
+/// Those of its `parts` that lie above or below the clip take no time.
+CoverageMask rasterizedPath(const QPainterPath &path, const QTransform &toPixels, const QRect &clip,
+                            const OutlineParts &parts = {});
 
 } // namespace tessara

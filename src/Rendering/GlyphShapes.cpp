@@ -41,10 +41,12 @@ QPainterPath flattened(const QPainterPath &path)
 {
     QPainterPath polygons;
     polygons.setFillRule(Qt::WindingFill);
-    for (int index = 0; index < path.elementCount(); ++index) {
+    const int count = path.elementCount();
+    for (int index = 0; index < count; ++index) {
         const QPainterPath::Element element = path.elementAt(index);
         if (element.isMoveTo()) {
-            polygons.moveTo(element);
+            if (index + 1 < count && !path.elementAt(index + 1).isMoveTo())
+                polygons.moveTo(element);
         } else if (element.isLineTo()) {
             polygons.lineTo(element);
         } else {
@@ -126,12 +128,12 @@ GlyphShapes::GlyphShapes(qsizetype capacity, qsizetype pictureCapacity)
 {
 }
 
-QPainterPath GlyphShapes::outline(const QRawFont &font, quint32 glyph)
+OutlineShape GlyphShapes::outline(const QRawFont &font, quint32 glyph)
 {
     return stroke(font, glyph, 0);
 }
 
-QPainterPath GlyphShapes::stroke(const QRawFont &font, quint32 glyph, double width)
+OutlineShape GlyphShapes::stroke(const QRawFont &font, quint32 glyph, double width)
 {
     // Asking a font of pictures alone for an outline would cost it its picture.
     if (kindOf(font) == FontKind::pictures)
@@ -140,7 +142,7 @@ QPainterPath GlyphShapes::stroke(const QRawFont &font, quint32 glyph, double wid
         constexpr qsizetype costOfAny = 8; // elements
         const QPainterPath curves = font.pathForGlyph(glyph);
         const QPainterPath path = flattened(width > 0 ? stroked(curves, width) : curves);
-        return std::pair(path, costOfAny + path.elementCount());
+        return std::pair(OutlineShape::of(path), costOfAny + path.elementCount());
     });
 }
 

@@ -6,6 +6,8 @@
 #include <QPainterPath>
 #include <QRawFont>
 
+#include "Rendering/Outline.h"
+
 namespace tessara {
 
 /// A colour glyph; no image for a glyph that has an outline or nothing to show.
@@ -16,9 +18,9 @@ struct GlyphPicture
 };
 
 /// Loading an outline from its font and stroking it take many times as long as drawing it. All
-/// paths are polygons, to be filled with the winding rule, in px at the font's size, and the same
-/// each time they are asked for. The latest used are held, as many as fit. Fonts belong to a
-/// thread, and so does this.
+/// are to be filled with the winding rule, in px at the font's size, and the same each time they
+/// are asked for, by the same serial as long as they are held. The latest used are held, as many as
+/// fit. Fonts belong to a thread, and so does this.
 class GlyphShapes
 {
 public:
@@ -28,9 +30,9 @@ public:
     explicit GlyphShapes(qsizetype capacity = standardCapacity,
                          qsizetype pictureCapacity = standardPictureCapacity);
 
-    QPainterPath outline(const QRawFont &font, quint32 glyph);
+    OutlineShape outline(const QRawFont &font, quint32 glyph);
     /// Of a line along the outline, `width` in px.
-    QPainterPath stroke(const QRawFont &font, quint32 glyph, double width);
+    OutlineShape stroke(const QRawFont &font, quint32 glyph, double width);
     /// To be asked before the outline: a colour glyph whose outline was wanted once may show no
     /// picture any more.
     GlyphPicture picture(const QRawFont &font, quint32 glyph);
@@ -54,7 +56,7 @@ private:
 
     FontKind kindOf(const QRawFont &font);
 
-    QCache<Key, QPainterPath> m_paths;
+    QCache<Key, OutlineShape> m_paths;
     QCache<Key, GlyphPicture> m_pictures;
     QCache<QRawFont, FontKind> m_fontKinds;
 };

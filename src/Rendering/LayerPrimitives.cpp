@@ -105,16 +105,19 @@ void appendText(std::vector<Primitive> &primitives, const TextBlock &block, QPoi
 {
     QTransform toCanvas = QTransform::fromTranslate(topLeft.x(), topLeft.y());
     toCanvas.scale(block.scale(), block.scale());
-    if (!block.fillPath().isEmpty())
-        primitives.push_back({FilledPath{block.fillPath(), ink.fill}, toCanvas, fading});
+    const Outline &fill = block.fill();
+    if (!fill.path.isEmpty())
+        primitives.push_back({FilledPath{fill.path, ink.fill, fill.parts}, toCanvas, fading});
     // Their colours are their own; only the alpha of the fill reaches them.
     Fading ofPictures = fading;
     ofPictures.share *= ink.fill.color().alphaF();
     for (const TextBlock::PictureGlyph &picture : block.pictures())
         primitives.push_back({PlacedPicture{picture.image, picture.box}, toCanvas, ofPictures});
-    if (ink.outlineWidth > 0 && !block.fillPath().isEmpty())
+    if (ink.outlineWidth > 0 && !fill.path.isEmpty()) {
+        const Outline stroke = block.stroke(ink.outlineWidth);
         primitives.push_back(
-            {FilledPath{block.strokePath(ink.outlineWidth), ink.outline}, toCanvas, fading});
+            {FilledPath{stroke.path, ink.outline, stroke.parts}, toCanvas, fading});
+    }
 }
 
 std::vector<Primitive> primitivesOf(const CanvasLayerItem &item, const DrawingPlace &place,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Models/RGBAColor.h"
+#include "Rendering/Outline.h"
 
 #include <QImage>
 #include <QPainterPath>
@@ -39,6 +40,7 @@ struct FilledPath
 {
     QPainterPath path;
     RGBAColor color;
+    OutlineParts parts{}; // of a path of polygons that is filled with the winding rule
 };
 
 /// An image stretched into a box, smoothly.

@@ -109,7 +109,7 @@ const TextBlock::Shapes &TextBlock::shapes() const
     if (m_shapes)
         return *m_shapes;
     Shapes &made = m_shapes.emplace();
-    made.fill.setFillRule(Qt::WindingFill);
+    std::vector<PlacedShape> outlines;
     for (const auto &[run, origin] : m_runs) {
         const QRawFont font = run.rawFont();
         const QList<quint32> glyphs = run.glyphIndexes();
@@ -119,33 +119,34 @@ const TextBlock::Shapes &TextBlock::shapes() const
             GlyphPicture picture = m_glyphShapes->picture(font, glyphs[index]);
             if (picture.image.isNull()) {
                 made.glyphs.push_back({font, glyphs[index], position});
-                made.fill.addPath(m_glyphShapes->outline(font, glyphs[index]).translated(position));
+                outlines.push_back({m_glyphShapes->outline(font, glyphs[index]), position});
             } else {
                 picture.box.translate(position);
                 made.pictures.push_back(std::move(picture));
             }
         }
     }
+    made.fill = outlineOf(outlines);
     return made;
 }
 
-const QPainterPath &TextBlock::fillPath() const
+const Outline &TextBlock::fill() const
 {
     return shapes().fill;
 }
 
-QPainterPath TextBlock::strokePath(double outlineWidth) const
+Outline TextBlock::stroke(double outlineWidth) const
 {
     if (!(outlineWidth > 0))
         return {};
     if (m_stroke.outlineWidth != outlineWidth) {
         const double width = outlineWidth / 100 * m_font.face.pixelSize();
-        m_stroke = {outlineWidth, {}};
-        m_stroke.path.setFillRule(Qt::WindingFill);
+        std::vector<PlacedShape> strokes;
         for (const auto &[font, glyph, position] : shapes().glyphs)
-            m_stroke.path.addPath(m_glyphShapes->stroke(font, glyph, width).translated(position));
+            strokes.push_back({m_glyphShapes->stroke(font, glyph, width), position});
+        m_stroke = {outlineWidth, outlineOf(strokes)};
     }
-    return m_stroke.path;
+    return m_stroke.outline;
 }
 
 const std::vector<TextBlock::PictureGlyph> &TextBlock::pictures() const

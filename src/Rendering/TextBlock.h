@@ -2,12 +2,12 @@
 #pragma once
 
 #include <QGlyphRun>
-#include <QPainterPath>
 #include <QString>
 
 #include "Models/FontResolution.h"
 #include "Models/LayerEnums.h"
 #include "Rendering/GlyphShapes.h"
+#include "Rendering/Outline.h"
 
 #include <memory>
 #include <optional>
@@ -39,10 +39,10 @@ public:
     double scale() const { return m_font.scale; }
 
     /// The glyphs' insides, at the face's own size, from the block's top left corner.
-    const QPainterPath &fillPath() const;
-    /// The inside of a line along the glyphs' edges, to be filled like `fillPath`; `outlineWidth`
-    /// in percent of the font size. Empty for no width. The last width asked for is kept.
-    QPainterPath strokePath(double outlineWidth) const;
+    const Outline &fill() const;
+    /// The inside of a line along the glyphs' edges; `outlineWidth` in percent of the font size.
+    /// Empty for no width. The last width asked for is kept.
+    Outline stroke(double outlineWidth) const;
     const std::vector<PictureGlyph> &pictures() const;
 
 private:
@@ -60,13 +60,13 @@ private:
     struct Shapes
     {
         std::vector<PlacedGlyph> glyphs; // those with outlines
-        QPainterPath fill;
+        Outline fill;
         std::vector<PictureGlyph> pictures;
     };
     struct Stroke
     {
         double outlineWidth = 0;
-        QPainterPath path;
+        Outline outline;
     };
 
     const Shapes &shapes() const;

@@ -74,9 +74,9 @@ TEST_F(CoverageMaskTest, TheCoverageOfATextIsThatOfAPainter)
     for (const double scale : {1.0, 0.73, 1.5}) {
         const QTransform toPixels = placed(20.3, 31.7, scale);
 
-        EXPECT_EQ(differingPixels(title.fillPath(), toPixels), 0);
-        EXPECT_EQ(differingPixels(title.strokePath(3), toPixels), 0);
-        EXPECT_EQ(differingPixels(title.strokePath(16), toPixels), 0);
+        EXPECT_EQ(differingPixels(title.fill().path, toPixels), 0);
+        EXPECT_EQ(differingPixels(title.stroke(3).path, toPixels), 0);
+        EXPECT_EQ(differingPixels(title.stroke(16).path, toPixels), 0);
     }
 }
 
@@ -118,13 +118,30 @@ TEST_F(CoverageMaskTest, ManyShapesAcrossEachOtherCountAsOne)
 TEST_F(CoverageMaskTest, AClipCutsAndChangesNothingElse)
 {
     const QTransform toPixels = placed(20.3, 31.7);
-    const QImage whole = painted(title.strokePath(8), toPixels);
+    const QImage whole = painted(title.stroke(8).path, toPixels);
 
     for (const QRect clip : {QRect(101, 77, 313, 94), QRect(0, 0, 30, 500), QRect(450, 60, 1, 1)}) {
-        const CoverageMask mask = rasterizedPath(title.strokePath(8), toPixels, clip);
+        const CoverageMask mask = rasterizedPath(title.stroke(8).path, toPixels, clip);
 
         EXPECT_TRUE(mask.bounds.isEmpty() || clip.contains(mask.bounds));
         EXPECT_EQ(differingPixels(mask, whole, clip), 0);
+    }
+}
+
+TEST_F(CoverageMaskTest, PartsBesideTheClipAreLeftOutUnseen)
+{
+    const Outline outline = title.stroke(8);
+    for (const QTransform &toPixels :
+         {placed(20.3, 31.7), QTransform(1.5, 0, 0, -0.75, 11.2, 330.9)}) {
+        for (int top = -40; top < 500; top += 7) {
+            const QRect clip(0, top, 900, 11);
+
+            const CoverageMask all = rasterizedPath(outline.path, toPixels, clip);
+            const CoverageMask few = rasterizedPath(outline.path, toPixels, clip, outline.parts);
+
+            ASSERT_EQ(few.bounds, all.bounds) << top;
+            ASSERT_EQ(few.alpha, all.alpha) << top;
+        }
     }
 }
 
@@ -148,7 +165,7 @@ TEST_F(CoverageMaskTest, WhatBeginsBesideTheClipIsRoundedAsInTheFrame)
 
 TEST_F(CoverageMaskTest, TheBoundsHoldNoBlankEdge)
 {
-    const CoverageMask mask = rasterizedPath(title.fillPath(), placed(20.3, 31.7), canvas);
+    const CoverageMask mask = rasterizedPath(title.fill().path, placed(20.3, 31.7), canvas);
     const QRect box = mask.bounds;
 
     ASSERT_FALSE(box.isEmpty());
@@ -169,14 +186,14 @@ TEST_F(CoverageMaskTest, WhatCoversNothingHasNoBounds)
 
     EXPECT_TRUE(isEmpty(rasterizedPath({}, {}, canvas)));
     EXPECT_TRUE(isEmpty(rasterizedPath(line, {}, canvas)));
-    EXPECT_TRUE(isEmpty(rasterizedPath(title.fillPath(), placed(5000, 0), canvas)));
-    EXPECT_TRUE(isEmpty(rasterizedPath(title.fillPath(), {}, {})));
-    EXPECT_TRUE(isEmpty(rasterizedPath(title.fillPath(), placed(1e12, 1e300), canvas)));
+    EXPECT_TRUE(isEmpty(rasterizedPath(title.fill().path, placed(5000, 0), canvas)));
+    EXPECT_TRUE(isEmpty(rasterizedPath(title.fill().path, {}, {})));
+    EXPECT_TRUE(isEmpty(rasterizedPath(title.fill().path, placed(1e12, 1e300), canvas)));
 }
 
 TEST_F(CoverageMaskTest, SeveralThreadsMayDrawOnePath)
 {
-    const QPainterPath path = title.strokePath(8);
+    const QPainterPath path = title.stroke(8).path;
     const CoverageMask alone = rasterizedPath(path, placed(20.3, 31.7), canvas);
     std::vector<CoverageMask> masks(4);
 

@@ -76,14 +76,14 @@ TEST_F(GlyphShapesTest, ATextLooksTheSameFromTheFirstTimeOn)
         const TextBlock first = blockOf(text, kept);
         const TextBlock second = blockOf(text, kept);
         const TextBlock elsewhere = blockOf(text, std::make_shared<GlyphShapes>());
-        EXPECT_EQ(second.fillPath(), first.fillPath());
-        EXPECT_EQ(elsewhere.fillPath(), first.fillPath());
+        EXPECT_EQ(second.fill().path, first.fill().path);
+        EXPECT_EQ(elsewhere.fill().path, first.fill().path);
 
         for (const double width : {0.5, 16.0, 4.0, 16.0}) {
-            const QPainterPath stroke = first.strokePath(width);
-            EXPECT_EQ(second.strokePath(width), stroke);
-            EXPECT_EQ(elsewhere.strokePath(width), stroke);
-            EXPECT_EQ(maskOf(elsewhere.strokePath(width)).alpha, maskOf(stroke).alpha);
+            const QPainterPath stroke = first.stroke(width).path;
+            EXPECT_EQ(second.stroke(width).path, stroke);
+            EXPECT_EQ(elsewhere.stroke(width).path, stroke);
+            EXPECT_EQ(maskOf(elsewhere.stroke(width).path).alpha, maskOf(stroke).alpha);
             EXPECT_FALSE(maskOf(stroke).alpha.empty());
         }
     }
@@ -99,7 +99,7 @@ TEST_F(GlyphShapesTest, PicturesAreThereForColourGlyphsAlone)
     EXPECT_EQ(mixed.pictures()[0].image, mixed.pictures()[1].image);
     EXPECT_LT(mixed.pictures()[0].box.left(), mixed.pictures()[1].box.left());
     EXPECT_TRUE(letters.pictures().empty());
-    EXPECT_EQ(maskOf(mixed.fillPath()).bounds.size(), maskOf(letters.fillPath()).bounds.size());
+    EXPECT_EQ(maskOf(mixed.fill().path).bounds.size(), maskOf(letters.fill().path).bounds.size());
     EXPECT_EQ(blockOf("😀", kept).pictures().size(), 1);
 }
 
@@ -110,9 +110,9 @@ TEST_F(GlyphShapesTest, AStrokeReachesHalfItsWidthBeyondTheOutline)
     for (const double size : {8.0, 40.0, 400.0}) {
         const QRawFont font = rawFont(size);
         const quint32 glyph = font.glyphIndexesForString("O").value(0);
-        const QRectF outline = shapes.outline(font, glyph).boundingRect();
+        const QRectF outline = shapes.outline(font, glyph).path.boundingRect();
         for (const double width : {size * 0.01, size * 0.16}) {
-            const QRectF stroke = shapes.stroke(font, glyph, width).boundingRect();
+            const QRectF stroke = shapes.stroke(font, glyph, width).path.boundingRect();
 
             EXPECT_NEAR(outline.left() - stroke.left(), width / 2, 0.07);
             EXPECT_NEAR(stroke.right() - outline.right(), width / 2, 0.07);
@@ -128,7 +128,7 @@ TEST_F(GlyphShapesTest, PolygonsStandForCurvesWithinAThirtySecondOfAPixel)
     for (const double size : {8.0, 80.0, 800.0}) {
         const QRawFont font = rawFont(size);
         const quint32 glyph = font.glyphIndexesForString("O").value(0);
-        const QPainterPath polygons = shapes.outline(font, glyph);
+        const QPainterPath polygons = shapes.outline(font, glyph).path;
         for (int index = 0; index < polygons.elementCount(); ++index)
             EXPECT_FALSE(polygons.elementAt(index).isCurveTo());
 
@@ -148,8 +148,8 @@ TEST_F(GlyphShapesTest, ManyFontsAndWidthsStayWithinTheCapacity)
     GlyphShapes shapes(capacity, 300'000);
     const QRawFont font = rawFont(40);
     const quint32 glyph = font.glyphIndexesForString("g").value(0);
-    const QPainterPath outline = shapes.outline(font, glyph);
-    const QPainterPath stroke = shapes.stroke(font, glyph, 3);
+    const QPainterPath outline = shapes.outline(font, glyph).path;
+    const QPainterPath stroke = shapes.stroke(font, glyph, 3).path;
 
     for (int size = 10; size < 60; ++size) {
         for (const double width : {0.0, 1.0, 2.0})
@@ -159,8 +159,8 @@ TEST_F(GlyphShapesTest, ManyFontsAndWidthsStayWithinTheCapacity)
         EXPECT_GT(shapes.elementCount(), 0);
     }
 
-    EXPECT_EQ(shapes.outline(font, glyph), outline);
-    EXPECT_EQ(shapes.stroke(font, glyph, 3), stroke);
+    EXPECT_EQ(shapes.outline(font, glyph).path, outline);
+    EXPECT_EQ(shapes.stroke(font, glyph, 3).path, stroke);
 }
 
 TEST_F(GlyphShapesTest, PicturesOfManySizesStayWithinTheCapacity)

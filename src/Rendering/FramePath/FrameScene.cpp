@@ -26,7 +26,7 @@ QRectF reachOf(const Primitive &primitive, const QTransform &canvasToDevice)
     constexpr double far = 1e6; // px
     const QTransform toDevice = primitive.toCanvas * canvasToDevice;
     const auto *fill = std::get_if<FilledPath>(&primitive.what);
-    QRectF reach = toDevice.mapRect(fill ? fill->path.controlPointRect()
+    QRectF reach = toDevice.mapRect(fill ? boxOf(fill->path, fill->parts)
                                          : std::get<PlacedPicture>(primitive.what).box);
     if (const auto *picture = std::get_if<PlacedPicture>(&primitive.what); picture && picture->mask)
         reach &= toDevice.mapRect(picture->mask->controlPointRect());

@@ -1,8 +1,9 @@
 // Where an outline looks otherwise than another that it came from.
 #pragma once
 
-#include <QPainterPath>
 #include <QTransform>
+
+#include "Rendering/Outline.h"
 
 #include <optional>
 
@@ -15,10 +16,10 @@ struct OutlineRows
     int bottom = -1;
 };
 
-/// The rows in which two outlines of straight lines may cover otherwise: those of the polygons
-/// between the first that differs and the last. None for equal ones. Nothing is told of outlines
-/// with curves or of different rules, nor where they are turned.
-std::optional<OutlineRows> changedRows(const QPainterPath &before, const QPainterPath &after,
+/// The rows in which two outlines may cover otherwise: those of the parts between the first that
+/// differs and the last. None for equal ones. Nothing is told of what isn't made of parts, nor
+/// where it is turned.
+std::optional<OutlineRows> changedRows(const OutlineParts &before, const OutlineParts &after,
                                        const QTransform &toPixels);
 
 } // namespace tessara

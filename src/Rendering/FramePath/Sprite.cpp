@@ -287,7 +287,7 @@ std::unique_ptr<quint8, void (*)(quint8 *)> Sprite::Block::make(std::size_t byte
 void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const QRect &area)
 {
     constexpr double rim = 2; // px
-    const QRectF box = toDevice.mapRect(fill.path.controlPointRect());
+    const QRectF box = toDevice.mapRect(boxOf(fill.path, fill.parts));
     const QRectF reach = box.adjusted(-rim, -rim, rim, rim);
     const QRect pixels = alignedPixels(reach, area);
     if (pixels.isEmpty())
@@ -295,7 +295,7 @@ void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const Q
     const bool isWhole = fill.path.elementCount() > longOutline || !QRectF(area).contains(reach)
                          || qsizetype(pixels.width()) * pixels.height() <= 2 * stripPixels;
     if (isWhole) {
-        const CoverageMask mask = rasterizedPath(fill.path, toDevice, area);
+        const CoverageMask mask = rasterizedPath(fill.path, toDevice, area, fill.parts);
         if (!mask.bounds.isEmpty())
             Builder(*this, Kind::mask, mask.bounds)
                 .addRows({mask.row(mask.bounds.top()), mask.bounds.width(), mask.bounds.height()});
@@ -307,7 +307,7 @@ void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const Q
     for (int top = pixels.top(); top <= pixels.bottom(); top += stripRows) {
         const QRect strip(pixels.left(), top, pixels.width(),
                           std::min(stripRows, pixels.bottom() + 1 - top));
-        const CoverageMask mask = rasterizedPath(fill.path, toDevice, strip);
+        const CoverageMask mask = rasterizedPath(fill.path, toDevice, strip, fill.parts);
         if (mask.bounds.isEmpty()) {
             builder.addEmptyRows(strip.height());
             continue;
@@ -319,21 +319,21 @@ void Sprite::addFill(const FilledPath &fill, const QTransform &toDevice, const Q
 }
 
 // Whoever types changes a line of a title or two.
-bool Sprite::addFillLike(const Sprite &similar)
+bool Sprite::addFillLike(const FilledPath &fill, const Sprite &similar)
 {
     if (!m_origin || !similar.m_origin || similar.m_bounds.isEmpty()
         || m_origin->toDevice != similar.m_origin->toDevice
         || m_origin->shown != similar.m_origin->shown)
         return false;
     const std::optional<OutlineRows> changed =
-        changedRows(similar.m_origin->path, m_origin->path, m_origin->toDevice);
+        changedRows(similar.m_origin->parts, fill.parts, m_origin->toDevice);
     const QRect &kept = similar.m_bounds;
     if (!changed || (changed->top <= kept.top() && changed->bottom >= kept.bottom()))
         return false;
     const QRect &shown = m_origin->shown;
     const QRect band =
         shown & QRect(QPoint(shown.left(), changed->top), QPoint(shown.right(), changed->bottom));
-    const CoverageMask mask = rasterizedPath(m_origin->path, m_origin->toDevice, band);
+    const CoverageMask mask = rasterizedPath(fill.path, m_origin->toDevice, band, fill.parts);
     const QRect &come = mask.bounds;
     if (!come.isEmpty() && come.left() < kept.left())
         return false;
@@ -396,9 +396,9 @@ std::shared_ptr<const Sprite> Sprite::make(const Primitive &primitive,
         primitive.clip ? clipInPixels(*primitive.clip, canvasToDevice).intersected(area) : area;
     const QTransform toDevice = primitive.toCanvas * canvasToDevice;
     if (const auto *fill = std::get_if<FilledPath>(&primitive.what)) {
-        if (fill->path.elementCount() > longOutline)
-            sprite->m_origin = Origin{fill->path, toDevice, shown};
-        if (!similar || !sprite->addFillLike(*similar))
+        if (fill->parts && fill->path.elementCount() > longOutline)
+            sprite->m_origin = Origin{fill->parts, toDevice, shown};
+        if (!similar || !sprite->addFillLike(*fill, *similar))
             sprite->addFill(*fill, toDevice, shown);
     } else {
         sprite->addPicture(std::get<PlacedPicture>(primitive.what), toDevice, area, shown);

@@ -89,7 +89,7 @@ private:
     /// What a long outline was made from.
     struct Origin
     {
-        QPainterPath path;
+        OutlineParts parts;
         QTransform toDevice;
         QRect shown;
     };
@@ -97,7 +97,7 @@ private:
     Sprite() = default;
     void addFill(const FilledPath &fill, const QTransform &toDevice, const QRect &area);
     /// False, and nothing added, where too little is the same.
-    bool addFillLike(const Sprite &similar);
+    bool addFillLike(const FilledPath &fill, const Sprite &similar);
     /// `shown` is what a clip leaves of `area`.
     void addPicture(const PlacedPicture &picture, const QTransform &toDevice, const QRect &area,
                     const QRect &shown);

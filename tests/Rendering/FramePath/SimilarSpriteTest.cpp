@@ -10,17 +10,21 @@ constexpr QRect area(0, 0, 320, 240);
 class SimilarSpriteTest : public testing::Test
 {
 protected:
-    using Letter = QPolygonF;
+    using Letter = PlacedShape;
 
     Letter letter(int line)
     {
-        const double left = dice.between(-20, 330);
-        const double top = 24 * line + dice.between(-4, 4);
-        Letter corners;
+        QPolygonF corners;
         for (int corner = 0; corner < 7; ++corner)
-            corners << QPointF(left + dice.between(0, 14), top + dice.between(0, 22));
+            corners << QPointF(dice.between(0, 14), dice.between(0, 22));
         corners << corners.first();
-        return corners;
+        return letter(corners, {dice.between(-20, 330), 24 * line + dice.between(-4, 4)});
+    }
+    static Letter letter(const QPolygonF &corners, QPointF position)
+    {
+        QPainterPath path;
+        path.addPolygon(corners);
+        return {OutlineShape::of(path), position};
     }
     std::vector<Letter> text()
     {
@@ -33,17 +37,16 @@ protected:
     }
     Primitive outline(const std::vector<Letter> &letters, QPointF place = {})
     {
-        QPainterPath path;
-        path.setFillRule(Qt::WindingFill);
-        for (const Letter &each : letters)
-            path.addPolygon(each);
-        return fillOf(path, place);
+        const Outline outline = outlineOf(letters);
+        Primitive primitive = fillOf(outline.path, place);
+        std::get<FilledPath>(primitive.what).parts = outline.parts;
+        return primitive;
     }
     /// Another letter somewhere, one more, or some less.
     void edit(std::vector<Letter> &letters)
     {
         const int at = dice.below(int(letters.size()));
-        const int line = int(letters[std::size_t(at)].first().y() / 24);
+        const int line = int(letters[std::size_t(at)].position.y() / 24);
         switch (dice.below(4)) {
         case 0:
             letters.insert(letters.begin() + at, letter(line));
@@ -85,7 +88,7 @@ TEST_F(SimilarSpriteTest, AnEditGivesWhatIsDrawnFromNothing)
 TEST_F(SimilarSpriteTest, RowsOutsideTheEditAreTakenOver)
 {
     std::vector<Letter> letters = text();
-    letters[70] = Letter({{1, 200}, {310, 210}, {300, 220}, {1, 200}});
+    letters[70] = letter(QPolygonF({{1, 0}, {310, 10}, {300, 20}, {1, 0}}), {0, 200});
     const auto sprite = madeOf(outline(letters));
     letters.erase(letters.begin() + 60, letters.end());
     const auto shorter = madeOf(outline(letters), sprite.get());

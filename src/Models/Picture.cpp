@@ -5,6 +5,8 @@
 
 #include <utility>
 
+#include "Models/TruecolorPNG.h"
+
 namespace tessara {
 
 namespace {
@@ -54,6 +56,16 @@ bool isTooLarge(QSize size)
     return size.width() > Picture::largestSide || size.height() > Picture::largestSide;
 }
 
+tl::expected<Picture, CanvasDocumentError> pictureFrom(QImage image)
+{
+    if (image.isNull() || isTooLarge(image.size()))
+        return tl::unexpected(CanvasDocumentError::invalidImage);
+    // All readers set the fourth byte of such a pixel.
+    if (image.format() == QImage::Format_RGB32)
+        image.reinterpretAsFormat(QImage::Format_ARGB32_Premultiplied);
+    return Picture(std::move(image));
+}
+
 tl::expected<Picture, CanvasDocumentError> pictureFrom(QImageReader &reader)
 {
     QImageReader::setAllocationLimit(largestMemory);
@@ -62,13 +74,7 @@ tl::expected<Picture, CanvasDocumentError> pictureFrom(QImageReader &reader)
     // Asked before decoding: a small file can claim a raster that no memory holds.
     if (isTooLarge(reader.size()))
         return tl::unexpected(CanvasDocumentError::invalidImage);
-    QImage image = reader.read();
-    if (image.isNull() || isTooLarge(image.size()))
-        return tl::unexpected(CanvasDocumentError::invalidImage);
-    // All readers set the fourth byte of such a pixel.
-    if (image.format() == QImage::Format_RGB32)
-        image.reinterpretAsFormat(QImage::Format_ARGB32_Premultiplied);
-    return Picture(std::move(image));
+    return pictureFrom(reader.read());
 }
 
 } // namespace
@@ -91,6 +97,8 @@ tl::expected<Picture, CanvasDocumentError> Picture::load(const QString &path)
 
 tl::expected<Picture, CanvasDocumentError> Picture::fromData(const QByteArray &data)
 {
+    if (QImage image = readTruecolorPNG(data); !image.isNull())
+        return pictureFrom(std::move(image));
     QBuffer buffer;
     buffer.setData(data);
     QImageReader reader(&buffer);

@@ -49,6 +49,11 @@ function(tessara_program NAME)
     endforeach()
 endfunction()
 
+# Most tests take the compiler longer than they take to run.
+add_library(tessara_test_options INTERFACE)
+target_link_libraries(tessara_test_options INTERFACE tessara_options)
+target_compile_options(tessara_test_options INTERFACE $<$<CONFIG:Release>:-O1>)
+
 # tessara_test(Models SOURCES aTest.cpp): one test program a module.
 function(tessara_test NAME)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES;LIBS" ${ARGN})
@@ -56,7 +61,7 @@ function(tessara_test NAME)
     qt_add_executable(${target} ${ARG_SOURCES} ${CMAKE_SOURCE_DIR}/tests/TestMain.cpp)
     target_include_directories(${target} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${target} PRIVATE
-        tessara_options Tessara${NAME} GTest::gtest GTest::gmock Qt6::Gui Qt6::Test ${ARG_LIBS})
+        tessara_test_options Tessara${NAME} GTest::gtest GTest::gmock Qt6::Gui Qt6::Test ${ARG_LIBS})
     foreach(used IN LISTS ARG_USES)
         target_link_libraries(${target} PRIVATE Tessara${used})
     endforeach()

@@ -15,7 +15,7 @@ namespace tessara {
 
 namespace {
 
-// The file's structure and its filters: PNG specification, third edition, chapters 5 and 9.
+// The file's structure and its filters are those of ISO/IEC 15948, chapters 5 and 9.
 constexpr std::string_view signature("\x89PNG\r\n\x1a\n", 8);
 constexpr std::size_t chunkFrame = 12;                        // bytes: length, name and check sum
 constexpr std::size_t largestRaster = std::size_t(128) << 20; // bytes

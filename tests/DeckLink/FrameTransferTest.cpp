@@ -20,7 +20,7 @@ using namespace decklink;
 constexpr Mode mode{"tiny", 0, 16, 9, 50000, 1000};
 constexpr std::int32_t rowBytes = 64;
 constexpr std::size_t size = rowBytes * 9;
-constexpr std::chrono::hours forever{1};
+constexpr std::chrono::hours withoutEnd{1};
 
 class FrameTransferTest : public testing::Test
 {
@@ -54,7 +54,7 @@ protected:
 
 TEST_F(FrameTransferTest, FramesThatNobodyLooksAtAreNotCopied)
 {
-    FrameTransfer transfer(frames, forever);
+    FrameTransfer transfer(frames, withoutEnd);
     for (std::size_t index = 0; index < buffers.size(); ++index)
         send(index, transfer);
 
@@ -70,7 +70,7 @@ TEST_F(FrameTransferTest, FramesThatNobodyLooksAtAreNotCopied)
 
 TEST_F(FrameTransferTest, AFrameIsHeldUntilTheNextOneComes)
 {
-    FrameTransfer transfer(frames, forever);
+    FrameTransfer transfer(frames, withoutEnd);
     send(0, transfer);
     EXPECT_FALSE(isFree(0));
     send(1, transfer);
@@ -84,7 +84,7 @@ TEST_F(FrameTransferTest, AFrameIsHeldUntilTheNextOneComes)
 
 TEST_F(FrameTransferTest, AsManyFramesAreCopiedAsReadersAskFor)
 {
-    FrameTransfer transfer(frames, forever);
+    FrameTransfer transfer(frames, withoutEnd);
     request(2);
     for (std::size_t index = 0; index < 2; ++index) {
         send(index, transfer);
@@ -115,7 +115,7 @@ TEST_F(FrameTransferTest, AFrameThatNoOtherFollowsIsCopied)
 TEST_F(FrameTransferTest, AnEndKeepsTheNewestFrame)
 {
     {
-        FrameTransfer transfer(frames, forever);
+        FrameTransfer transfer(frames, withoutEnd);
         send(0, transfer);
         send(1, transfer);
     }
@@ -127,7 +127,7 @@ TEST_F(FrameTransferTest, AnEndKeepsTheNewestFrame)
 
 TEST_F(FrameTransferTest, ASlowCopyHoldsNoCall)
 {
-    FrameTransfer transfer(frames, forever);
+    FrameTransfer transfer(frames, withoutEnd);
     request(2);
     buffers[0].isHeld = true;
 

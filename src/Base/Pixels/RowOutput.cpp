@@ -258,10 +258,10 @@ HWY_INLINE void storeVector(quint8 *target, qsizetype x, const Conversion &conve
     hn::StoreU(hn::BitCast(Bytes(), conversion.words(x)), Bytes(), target + 4 * x);
 }
 
-/// Where the row isn't made of whole aligned vectors, its first and its last overlap another.
 /// Memory that will be written is asked for this far ahead, over the end of the row into the next.
 constexpr qsizetype fetchedAhead = 2048; // bytes
 
+/// Where the row isn't made of whole aligned vectors, its first and its last overlap another.
 template <RowStores stores, class Conversion>
 HWY_INLINE void writeRow(quint8 *target, qsizetype words, const Conversion &conversion)
 {

@@ -30,13 +30,15 @@ class StallWatch:
     """Notes when nothing could run on a core, not even what goes before all others."""
 
     def __init__(self):
+        self.output = tempfile.TemporaryFile("w+")  # takes all of a bad hour, as no pipe does
         self.process = subprocess.Popen([str(STALL_WATCH)], stdin=subprocess.PIPE,
-                                        stdout=subprocess.PIPE, text=True)
+                                        stdout=self.output, text=True)
         self.stalls = []
 
     def end(self):
-        lines, _ = self.process.communicate()
-        for line in lines.splitlines():
+        self.process.communicate()
+        self.output.seek(0)
+        for line in self.output:
             core, begin, end = line.split()
             self.stalls.append((int(core), float(begin), float(end)))
 

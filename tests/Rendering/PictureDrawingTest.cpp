@@ -9,7 +9,6 @@ const PixelBytes red{255, 0, 0, 255};
 const PixelBytes green{0, 255, 0, 255};
 const PixelBytes blue{0, 0, 255, 255};
 const PixelBytes white{255, 255, 255, 255};
-const PixelBytes nothing{0, 0, 0, 0};
 
 // Red and green above, blue and white below.
 QImage quarters(int width = 80, int height = 80)

@@ -11,7 +11,6 @@ namespace {
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
-const PixelBytes transparent{0, 0, 0, 0};
 
 class RenderEngineTest : public FrameTest
 {

@@ -1,7 +1,7 @@
 # What nearly every file includes takes the compiler longer than the file itself. It is read once for
 # all modules, once for the windows and once for all tests. Each file still names all that it needs,
 # for the preset `debug` builds without.
-set(headers
+set(common_header_names
     <algorithm> <array> <atomic> <cmath> <functional> <limits> <map> <memory> <optional> <set> <span>
     <string> <utility> <vector>
     <QtCore/QFile> <QtCore/QHash> <QtCore/QJsonArray> <QtCore/QJsonDocument> <QtCore/QJsonObject>
@@ -18,7 +18,7 @@ function(tessara_read_once NAME)
     add_library(${NAME} OBJECT ${source})
     set_target_properties(${NAME} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
     target_link_libraries(${NAME} PRIVATE ${ARG_LIBS})
-    target_precompile_headers(${NAME} PRIVATE ${headers} ${ARG_HEADERS})
+    target_precompile_headers(${NAME} PRIVATE ${common_header_names} ${ARG_HEADERS})
 endfunction()
 
 # Used by Base, too, which isn't linked with Gui nor compiled with its definitions.
@@ -27,7 +27,7 @@ target_include_directories(common_headers SYSTEM PRIVATE
     $<TARGET_PROPERTY:Qt6::Gui,INTERFACE_INCLUDE_DIRECTORIES>)
 tessara_read_once(test_headers
     HEADERS <gtest/gtest.h> <gmock/gmock.h>
-    LIBS tessara_test_options Qt6::Gui tl::expected GTest::gmock)
+    LIBS tessara_options tessara_test_options Qt6::Gui tl::expected GTest::gmock)
 if(TESSARA_APPLICATION)
     tessara_read_once(window_headers
         HEADERS <QtQml/QQmlEngine> <QtQuick/QQuickItem>

@@ -124,7 +124,7 @@ std::vector<Primitive> primitivesOf(const CanvasLayerItem &item, const DrawingPl
                                     TextBlockCache &texts)
 {
     using Primitives = std::vector<Primitive>;
-    return std::visit(
+    Primitives primitives = std::visit(
         Overloaded{
             [&](const TextLayer *text) { return textPrimitives(*text, place.offset, texts); },
             [&](const ImageLayer *image) {
@@ -141,6 +141,11 @@ std::vector<Primitive> primitivesOf(const CanvasLayerItem &item, const DrawingPl
             [&](const CountdownLayer *countdown) { return countdownPrimitives(*countdown, texts); },
         },
         item);
+    for (Primitive &primitive : primitives) {
+        if (auto *picture = std::get_if<PlacedPicture>(&primitive.what))
+            picture->slide = place.offset;
+    }
+    return primitives;
 }
 
 } // namespace tessara

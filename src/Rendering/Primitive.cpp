@@ -33,6 +33,19 @@ QColor fadedColor(RGBAColor color, const Fading &fading, double runOpacity)
     return color.color();
 }
 
+// A painter moves a picture that isn't stretched by whole pixels, and blends one that is, however
+// little. It starts from the pixels on which it rests, or it would jump at the end of its slide.
+void drawSliding(QPainter &painter, const PlacedPicture &picture)
+{
+    constexpr double hair = 1e-9; // px; a half stays one, however the place was summed up
+    const auto whole = [](double rest) { return std::round(rest + std::copysign(hair, rest)); };
+    const QPointF rest = painter.deviceTransform().map(picture.box.topLeft()) - picture.slide;
+    painter.setTransform(QTransform::fromTranslate(whole(rest.x()) + picture.slide.x(),
+                                                   whole(rest.y()) + picture.slide.y()));
+    painter.drawImage(QRectF(QPointF(), picture.box.size() * (1 + hair)), picture.image,
+                      picture.image.rect());
+}
+
 } // namespace
 
 // However little it is stretched; sizes themselves are compared with a tolerance.
@@ -87,7 +100,11 @@ void drawPrimitive(QPainter &painter, const Primitive &primitive, double runOpac
                        painter.setTransform(primitive.toCanvas, true);
                        if (picture.mask)
                            painter.setClipPath(*picture.mask, Qt::IntersectClip);
-                       painter.drawImage(picture.box, picture.image, picture.image.rect());
+                       if (!picture.slide.isNull()
+                           && isPixelForPixel(picture, painter.deviceTransform()))
+                           drawSliding(painter, picture);
+                       else
+                           painter.drawImage(picture.box, picture.image, picture.image.rect());
                    },
                },
                primitive.what);

@@ -49,6 +49,7 @@ struct PlacedPicture
     QImage image; // premultiplied
     QRectF box;
     std::optional<QPainterPath> mask{}; // where it shows
+    QPointF slide{};                    // canvas units that a take has moved it by
 };
 
 /// Whether a painter neither stretches a picture nor blends it between pixels: it goes to the

@@ -65,14 +65,14 @@ FramePath::Result FramePath::render(const CanvasDocument &document, const FrameG
     const bool isSame = isSetUpFor(geometry, color, targets);
     if (isSame && m_scene.isUpToDate(document, geometry))
         return frames();
-    if (!isSame && !setUp(geometry, color, targets))
+    if (!isSame && !setUp(geometry, color, targets)) {
+        m_outputs.clear(); // to be set up anew
         return tl::unexpected(RenderEngineError::bitmapCreationFailed);
-    if (!std::exchange(m_isPreparing, false))
-        m_damage.clear();
+    }
+    m_damage = m_scene.update(document, geometry);
     // What was set up anew has not been composed at all, the frame that is scaled not even once.
-    if (!isSame || !m_scene.isFor(document, geometry))
+    if (!isSame)
         m_damage.addAll();
-    m_scene.update(document, geometry, m_damage);
     reserveItems();
     if (isSame && m_damage.isEmpty())
         return frames();
@@ -87,12 +87,6 @@ FramePath::Result FramePath::render(const CanvasDocument &document, const FrameG
     return frames();
 }
 
-bool FramePath::prepare(const CanvasDocument &document, const FrameGeometry &geometry)
-{
-    beginPreparing(document, geometry);
-    return m_scene.prepare(document, geometry, m_damage);
-}
-
 void FramePath::makeFramesAhead()
 {
     for (Output &output : m_outputs)
@@ -102,19 +96,8 @@ void FramePath::makeFramesAhead()
 void FramePath::makeSprites(const CanvasDocument &document)
 {
     const tl::expected<FrameGeometry, RenderEngineError> geometry = geometryOf(document);
-    if (!geometry)
-        return;
-    beginPreparing(document, *geometry);
-    m_scene.makeAll(document, *geometry, m_damage);
-}
-
-// What is damaged before the next frame is composed is that frame's damage.
-void FramePath::beginPreparing(const CanvasDocument &document, const FrameGeometry &geometry)
-{
-    if (!std::exchange(m_isPreparing, true))
-        m_damage.clear();
-    if (!m_scene.isFor(document, geometry))
-        m_damage.addAll();
+    if (geometry)
+        m_scene.makeAll(document, *geometry);
 }
 
 // Before the work is shared: a thread may have its first piece in any later frame.

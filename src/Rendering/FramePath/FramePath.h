@@ -43,7 +43,10 @@ public:
     void prepareHidden() { m_scene.prepareHidden(); }
     /// True when `render` would find all that is seen as sprites. What is missing is being made
     /// beside this thread: ask again.
-    [[nodiscard]] bool prepare(const CanvasDocument &document, const FrameGeometry &geometry);
+    [[nodiscard]] bool prepare(const CanvasDocument &document, const FrameGeometry &geometry)
+    {
+        return m_scene.prepare(document, geometry);
+    }
     /// `render` for a geometry of one's own: an upright canvas at the size of a view.
     Result render(const CanvasDocument &document, const FrameGeometry &geometry,
                   const std::optional<QColor> &background, std::span<const FrameTarget> targets);
@@ -71,7 +74,6 @@ private:
     /// Where the rows of one pass go.
     using Destinations = std::vector<FrameOutput>;
 
-    void beginPreparing(const CanvasDocument &document, const FrameGeometry &geometry);
     bool isSetUpFor(const FrameGeometry &geometry, quint32 background,
                     std::span<const FrameTarget> targets) const;
     bool setUp(const FrameGeometry &geometry, quint32 background,
@@ -91,7 +93,6 @@ private:
     FrameGeometry m_geometry;
     quint32 m_background = 0; // premultiplied
     TileDamage m_damage;      // of one frame
-    bool m_isPreparing = false;
     std::vector<Output> m_outputs;
     TileDamage m_stale; // of all outputs together
     Destinations m_destinations;

@@ -13,13 +13,12 @@ namespace tessara {
 /// A sprite as it is in one frame.
 struct DrawItem
 {
-    const Sprite *sprite = nullptr;
-    quint32 serial = 0; // of the sprite, for an address may come twice
-    QRect place{};      // px, of the sprite in the frame
-    int slideX = 0;     // 256ths of a pixel further to the right; one of the two is 0
-    int slideY = 0;     // 256ths of a pixel further down
-    quint32 color = 0;  // of a mask, premultiplied
-    int opacity = 255;  // of a picture, 0 to 255
+    std::shared_ptr<const Sprite> sprite;
+    QRect place{};     // px, of the sprite in the frame
+    int slideX = 0;    // 256ths of a pixel further to the right; one of the two is 0
+    int slideY = 0;    // 256ths of a pixel further down
+    quint32 color = 0; // of a mask, premultiplied
+    int opacity = 255; // of a picture, 0 to 255
 
     bool operator==(const DrawItem &) const = default;
 

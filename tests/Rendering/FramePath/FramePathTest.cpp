@@ -252,15 +252,57 @@ TEST_F(FramePathTest, GoesBetweenDocuments)
     }
 }
 
-// The painter doesn't blend it between pixels, wherever the layer is.
-TEST_F(FramePathTest, SlidesAPictureThatIsNotStretchedByWholePixels)
+TEST_F(FramePathTest, SlidesAPictureThatIsNotStretchedBetweenPixelsLikeItsNeighbours)
 {
-    const ImageLayer *layer = addPicture(noise({61, 40}), {120.3, 20.7, 61, 40});
+    QImage white(60, 40, QImage::Format_ARGB32_Premultiplied);
+    white.fill(Qt::white);
+    const ImageLayer *layer = addPicture(white, {120, 20, 60, 40});
     document.setRunTransitionStyle(LayerRunTransitionStyle::presetReveal, layer->id());
+    setVisibility(layer, 1 - 10.25 / 32); // of a slide by 32 px from the right
+
+    const FrameBytes shown = frame();
+    const QImage drawn = render();
+
+    const int whole = alphaAt(drawn, 150, 40);
+    EXPECT_NEAR(alphaAt(drawn, 130, 40), 0.75 * whole, 2);
+    EXPECT_NEAR(alphaAt(imageOf(shown, canvas), 130, 40), 0.75 * whole, 2);
+    EXPECT_EQ(alphaAt(imageOf(shown, canvas), 150, 40), whole);
+    EXPECT_EQ(alphaAt(imageOf(shown, canvas), 129, 40), 0);
+}
+
+TEST_F(FramePathTest, APictureSlidesToThePixelsOnWhichItRests)
+{
+    const ImageLayer *layer = addPicture(noise({61, 40}), {120.6, 20.5, 61, 40});
+    document.setRunTransitionStyle(LayerRunTransitionStyle::presetReveal, layer->id());
+    QList<QByteArray> frames;
     for (int step = 1; step < 41; ++step) {
         setVisibility(layer, step / 41.0);
-        EXPECT_EQ(frame(), reference()) << step;
+        const FrameBytes shown = frame();
+        const Tolerance tolerance(document, canvas, false);
+        const Difference found = difference(
+            imageOf(shown, canvas).convertToFormat(QImage::Format_RGBA8888_Premultiplied), render(),
+            tolerance);
+        EXPECT_EQ(found.beyond, 0) << step;
+        frames.append(copyOf(shown));
     }
+    setVisibility(layer, 1);
+
+    EXPECT_EQ(frame(), reference());
+    EXPECT_EQ(QSet<QByteArray>(frames.begin(), frames.end()).size(), frames.size());
+}
+
+TEST_F(FramePathTest, ACanvasThatNoFrameCanHoldIsRefusedHoweverOftenItIsAskedFor)
+{
+    document.setSize({17000, 17000});
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const FramePath::Result frames = path.render(document, {}, {&plain, 1});
+        ASSERT_FALSE(frames.has_value());
+        EXPECT_EQ(frames.error(), RenderEngineError::bitmapCreationFailed);
+    }
+    document.setSize(canvas);
+    addText("Title", {30, 20});
+
+    EXPECT_EQ(frame(), reference());
 }
 
 // Half of the range at the most, and nothing away from the edges: see Tolerance.

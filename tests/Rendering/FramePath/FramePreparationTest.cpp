@@ -1,9 +1,28 @@
 #include "Rendering/FramePath/FramePathFixture.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
 namespace tessara {
 namespace {
 
-using FramePreparationTest = FramePathFixture;
+class FramePreparationTest : public FramePathFixture
+{
+protected:
+    TextLayer *addHidden(const QUuid &id, const QString &text)
+    {
+        auto *layer = new TextLayer(id, "Title", text, {30, 20});
+        layer->setFontSize(40);
+        added(layer);
+        document.setLayerHidden(id, true);
+        return layer;
+    }
+    void remove(const QUuid &id)
+    {
+        document.removeLayer(id);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+};
 
 TEST_F(FramePreparationTest, IsPreparedWhenNoSpriteIsMissing)
 {
@@ -85,6 +104,81 @@ TEST_F(FramePreparationTest, IsPreparedForOneGeometryAndRendersAnother)
     FramePath other(1);
     EXPECT_EQ((*path.render(document, larger, {}, {&target, 1}))[0],
               (*other.render(document, larger, {}, {&target, 1}))[0]);
+}
+
+TEST_F(FramePreparationTest, ALayerThatWentBeforeItWasSeenIsForgotten)
+{
+    const QUuid id = QUuid::createUuid();
+    addHidden(id, "Hidden");
+    addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    frame();
+
+    remove(id);
+    path.prepareHidden();
+
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePreparationTest, WhatWasMadeForALayerIsNotShownByItsSuccessor)
+{
+    const QUuid id = QUuid::createUuid();
+    addHidden(id, "OLD");
+    frame();
+    path.prepareHidden();
+    remove(id);
+    TextLayer *successor = addHidden(id, "NEW");
+    document.setLayerHidden(id, false);
+    frame();
+
+    setVisibility(successor, 0.5);
+    prepare(); // until what was made ahead has come
+
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePreparationTest, WhatWasMadeForAnOutlineIsOfNoUseWhenItIsGone)
+{
+    const QUuid id = QUuid::createUuid();
+    addHidden(id, "OLD")->setOutlineWidth(5);
+    frame();
+    path.prepareHidden();
+    remove(id);
+    TextLayer *successor = addHidden(id, "NEW");
+    document.setLayerHidden(id, false);
+    frame();
+
+    setVisibility(successor, 0.5);
+    prepare();
+
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePreparationTest, ATakeFindsTheSpritesOfALayerThatWasHidden)
+{
+    const QUuid id = QUuid::createUuid();
+    TextLayer *title = addHidden(id, "Title");
+    document.setRunTransitionStyle(LayerRunTransitionStyle::cut, id);
+    frame();
+    path.prepareHidden();
+    prepare();
+
+    setVisibility(title, 1);
+    document.applyLayerHiddenState(id, false);
+
+    EXPECT_TRUE(path.prepare(document, atRest));
+    EXPECT_EQ(frame(), reference());
+}
+
+TEST_F(FramePreparationTest, ALayerThatWentWhileAnotherGeometryWasPreparedLeavesTheFrame)
+{
+    ShapeLayer *shape = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    addText("Title", {30, 20});
+    frame();
+    remove(shape->id());
+
+    EXPECT_TRUE(path.prepare(document, atRest));
+
+    EXPECT_EQ(frame(), reference());
 }
 
 } // namespace

@@ -25,11 +25,7 @@ protected:
         title->setText(words.join('\n'));
         update();
     }
-    void update()
-    {
-        damage.clear();
-        scene.update(document, {frame, {}, DrawingStyle::frame}, damage);
-    }
+    void update() { damage = scene.update(document, {frame, {}, DrawingStyle::frame}); }
     void replace(int line, const QString &word)
     {
         words[line] = word;

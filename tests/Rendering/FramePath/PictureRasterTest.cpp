@@ -37,13 +37,8 @@ QImage paintedAt(const Primitive &primitive, double opacity)
 QImage composedAt(const Primitive &primitive, double opacity)
 {
     const auto sprite = Sprite::make(primitive, QTransform(), frame);
-    const DrawItem item{sprite.get(),
-                        sprite->serial(),
-                        sprite->bounds(),
-                        0,
-                        0,
-                        0,
-                        blendedOpacity(primitive.fading, opacity)};
+    const DrawItem item{
+        sprite, sprite->bounds(), 0, 0, 0, blendedOpacity(primitive.fading, opacity)};
     const DrawItem *const items[] = {&item};
     RowComposer composer(frame.width());
     QImage image(frame.size(), QImage::Format_ARGB32_Premultiplied);

@@ -80,9 +80,6 @@ public:
 
     /// Since the clock was made. It never goes back.
     virtual Nanoseconds now() const = 0;
-    /// How long this thread has been at work, from a moment of no meaning: what `now()` gains on it
-    /// between two readings, the thread has waited.
-    virtual Nanoseconds worked() const = 0;
     /// Local date and time of day, which the user may set at will.
     virtual QDateTime wallClock() const = 0;
 

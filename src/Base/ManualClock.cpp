@@ -23,9 +23,7 @@ void ManualClock::advanceTo(Nanoseconds end)
 
 void ManualClock::waitUntil(Nanoseconds moment)
 {
-    const Nanoseconds waited = std::max(moment - m_now, Nanoseconds{0});
-    m_now += waited;
-    m_waited += waited;
+    m_now = std::max(m_now, moment);
 }
 
 void ManualClock::setWallClock(const QDateTime &time)

@@ -9,7 +9,6 @@ class ManualClock : public Clock
 {
 public:
     Nanoseconds now() const override { return m_now; }
-    Nanoseconds worked() const override { return m_now - m_waited; }
     QDateTime wallClock() const override;
 
     /// Runs what is due now, then moves on from deadline to deadline until `duration` has passed.
@@ -23,14 +22,13 @@ public:
     void setWallClock(const QDateTime &time);
     /// The machine was too busy to look at its alarms: time has passed, and none rang in time.
     void stall(Seconds duration) { m_now += toNanoseconds(duration); }
-    /// A call has held this thread until `moment`: no alarm rang, and no work was done.
+    /// A call has held this thread until `moment`, and no alarm rang.
     void waitUntil(Nanoseconds moment);
 
 private:
     void advanceTo(Nanoseconds end);
 
     Nanoseconds m_now{0};
-    Nanoseconds m_waited{0};
     QDateTime m_wallClockAtStart = QDateTime(QDate(2026, 1, 1), QTime(12, 0));
 };
 

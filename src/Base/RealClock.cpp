@@ -7,17 +7,17 @@ namespace tessara {
 
 namespace {
 
-Nanoseconds timeOf(clockid_t clock)
+Nanoseconds monotonicTime()
 {
     timespec time{};
-    clock_gettime(clock, &time);
+    clock_gettime(CLOCK_MONOTONIC, &time);
     return std::chrono::seconds{time.tv_sec} + Nanoseconds{time.tv_nsec};
 }
 
 } // namespace
 
 RealClock::RealClock()
-    : m_start(timeOf(CLOCK_MONOTONIC))
+    : m_start(monotonicTime())
     , m_timer(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC))
 {
     if (m_timer < 0)
@@ -35,12 +35,7 @@ RealClock::~RealClock()
 
 Nanoseconds RealClock::now() const
 {
-    return timeOf(CLOCK_MONOTONIC) - m_start;
-}
-
-Nanoseconds RealClock::worked() const
-{
-    return timeOf(CLOCK_THREAD_CPUTIME_ID);
+    return monotonicTime() - m_start;
 }
 
 QDateTime RealClock::wallClock() const

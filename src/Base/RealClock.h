@@ -16,7 +16,6 @@ public:
     ~RealClock() override;
 
     Nanoseconds now() const override;
-    Nanoseconds worked() const override;
     QDateTime wallClock() const override;
 
 protected:

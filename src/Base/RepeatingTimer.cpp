@@ -37,7 +37,6 @@ void RepeatingTimer::ring()
         ++m_next;
         ++m_missed;
     }
-    m_lastBeat = dueOf(m_next - 1);
     schedule();
     const auto beat = m_beat; // the beat may drop this timer
     beat();

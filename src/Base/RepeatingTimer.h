@@ -14,11 +14,8 @@ public:
 
     Seconds interval() const { return m_interval; }
     quint64 missedBeats() const { return m_missed; }
-    /// When the last beat was due.
-    Nanoseconds lastBeat() const { return m_lastBeat; }
 
-    /// All beats to come are later by `delay`, or earlier by less than an interval. None is missed
-    /// by it.
+    /// All beats to come are later by `delay`. None is missed by it.
     void putOff(Nanoseconds delay);
 
 private:
@@ -32,7 +29,6 @@ private:
     Nanoseconds m_start;
     quint64 m_next = 1;
     quint64 m_missed = 0;
-    Nanoseconds m_lastBeat{0};
     Alarm m_alarm;
 };
 

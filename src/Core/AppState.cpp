@@ -1,6 +1,5 @@
 #include "Core/AppState.h"
 
-#include "Base/WaitMeter.h"
 #include "Core/KeyModeMatch.h"
 #include "DeckLink/DeckLinkFrameBuffer.h"
 
@@ -91,13 +90,16 @@ void AppState::startDeckLinkOutput()
             setLastErrorMessage(outputs.error());
         return;
     }
-    composeAhead();
-    m_outputLoop =
-        std::make_unique<OutputLoop>(m_clock, outputRate(),
-                                     OutputLoop::Frames{[this] { return composeCurrentFrame(); },
-                                                        [this] { displayComposedFrame(); }});
+    // What the first frames would take from the beats that follow.
+    m_framePath.makeSprites(m_document);
+    m_outputLoop.reset();
+    sendCurrentFrameToDeckLink(); // the first frame doesn't wait for the first beat
+    if (!isDeckLinkOutputRunning())
+        return;
+    m_framePath.makeFramesAhead();
+    m_outputLoop = std::make_unique<OutputLoop>(m_clock, outputRate(),
+                                                [this] { sendCurrentFrameToDeckLink(); });
     emit outputChanged();
-    sendCurrentFrameToDeckLink(); // the first frame doesn't wait for the first tick
 }
 
 tl::expected<void, QString> AppState::startManagers()
@@ -138,7 +140,6 @@ tl::expected<void, QString> AppState::startKeyAndFill()
 void AppState::stopDeckLinkOutput()
 {
     m_outputLoop.reset();
-    m_composed.reset();
     m_fill.stopOutput();
     m_key.stopOutput();
     emit outputChanged();
@@ -158,35 +159,12 @@ double AppState::outputRate() const
 
 void AppState::sendCurrentFrameToDeckLink()
 {
-    if (composeCurrentFrame())
-        displayComposedFrame();
-}
-
-bool AppState::composeCurrentFrame()
-{
     const std::optional<DeckLinkDisplayMode> mode = m_fill.selectedMode();
     if (!m_fill.isOutputRunning() || m_isSendingFrame || !mode)
-        return false;
-    const tl::expected<ComposedFrames, QString> frames = composeFrames(*mode);
-    if (!frames) {
-        stopAfter(frames.error());
-        return false;
-    }
-    m_composed = *frames;
-    return true;
-}
-
-void AppState::displayComposedFrame()
-{
-    const std::optional<ComposedFrames> frames = std::exchange(m_composed, std::nullopt);
-    if (!frames || !m_fill.isOutputRunning())
         return;
     m_isSendingFrame = true;
-    const WaitMeter display(m_clock);
-    const tl::expected<void, QString> outcome = displayFrames(*frames);
+    const Outcome outcome = sendFrames(*mode);
     m_isSendingFrame = false;
-    if (m_outputLoop)
-        m_outputLoop->noteDisplay(display.waited());
     if (!outcome)
         return stopAfter(outcome.error());
     m_framePath.prepareHidden();
@@ -198,56 +176,64 @@ void AppState::stopAfter(const QString &message)
     stopDeckLinkOutput(); // nothing restarts by itself
 }
 
-bool AppState::hasKeyOutput() const
+// One picture a beat, even for two devices. A key that fails ends the output, but the fill of its
+// beat has gone out.
+AppState::Outcome AppState::sendFrames(const DeckLinkDisplayMode &mode)
 {
-    return m_routing == DeckLinkOutputRouting::keyAndFill && m_key.isOutputRunning()
-           && m_key.selectedMode();
-}
-
-// What the first frames would take from the beats that follow.
-void AppState::composeAhead()
-{
-    m_framePath.makeSprites(m_document);
-    if (const std::optional<DeckLinkDisplayMode> mode = m_fill.selectedMode())
-        composeFrames(*mode); // what fails here fails again when it is sent, and is told there
-    m_framePath.makeFramesAhead();
-}
-
-// The fill goes out first.
-tl::expected<void, QString> AppState::displayFrames(const ComposedFrames &frames)
-{
-    const tl::expected<void, QString> sentFill = sent(m_fill, frames.fill, frames.bytes[0]);
-    if (!sentFill || m_routing != DeckLinkOutputRouting::keyAndFill)
-        return sentFill;
-    if (!frames.key || !hasKeyOutput())
-        return tl::unexpected(QStringLiteral("Key output is not running"));
-    return sent(m_key, *frames.key, frames.bytes[1]);
-}
-
-// One picture a tick, even for two devices.
-tl::expected<AppState::ComposedFrames, QString>
-AppState::composeFrames(const DeckLinkDisplayMode &mode)
-{
-    const bool isGreen = m_routing == DeckLinkOutputRouting::greenScreen;
-    const bool isMirrored = m_routing == DeckLinkOutputRouting::keyAndFillAB;
-    const auto fill = framesFor(
-        m_fill, mode, isMirrored ? FrameContent::fillWithMirroredAlpha : FrameContent::fill);
+    const auto fill = framesFor(m_fill, mode,
+                                m_routing == DeckLinkOutputRouting::keyAndFillAB
+                                    ? FrameContent::fillWithMirroredAlpha
+                                    : FrameContent::fill);
     if (!fill)
         return tl::unexpected(fill.error());
-    std::optional<DeviceFrames> key;
-    if (hasKeyOutput()) {
-        const auto frames = framesFor(m_key, *m_key.selectedMode(), FrameContent::key);
-        if (!frames)
-            return tl::unexpected(frames.error());
-        key = *frames;
+    std::vector<DeviceFrames> devices{*fill};
+    Outcome keyOutcome;
+    if (m_routing == DeckLinkOutputRouting::keyAndFill) {
+        const auto key = keyFrames();
+        if (key)
+            devices.push_back(*key);
+        else
+            keyOutcome = tl::unexpected(key.error());
     }
-    const std::array targets{fill->target, key ? key->target : FrameTarget()};
-    const FramePath::Result frames =
-        m_framePath.render(m_document, isGreen ? std::optional(chromaGreen) : std::nullopt,
-                           std::span(targets).first(key ? 2 : 1));
+    tl::expected<FramePath::Frames, QString> frames = compose(devices);
+    if (!frames && devices.size() > 1) { // the fill alone may still have room
+        keyOutcome = tl::unexpected(frames.error());
+        devices.pop_back();
+        frames = compose(devices);
+    }
     if (!frames)
-        return tl::unexpected(text(frames.error()));
-    return ComposedFrames{*fill, key, *frames};
+        return tl::unexpected(frames.error());
+    const Outcome sent = display(devices, *frames);
+    return sent ? keyOutcome : sent;
+}
+
+/// An output that fails without a word is no reason to stop.
+AppState::Outcome AppState::display(std::span<const DeviceFrames> devices,
+                                    const FramePath::Frames &frames)
+{
+    const Nanoseconds start = m_clock.now();
+    for (std::size_t index = 0; index < devices.size(); ++index) {
+        const auto &[manager, target, isInDeviceLayout] = devices[index];
+        const QSize size = target.size;
+        const FrameBytes &bytes = frames[index];
+        const bool isSent =
+            isInDeviceLayout
+                ? manager.sendDeviceFrame(bytes, size.width(), size.height())
+                : manager.sendFrame({bytes, size.width(), size.height(), int(target.rowBytes)});
+        if (!isSent && manager.lastErrorMessage())
+            return tl::unexpected(*manager.lastErrorMessage());
+    }
+    if (m_outputLoop)
+        m_outputLoop->noteDisplay(m_clock.now() - start);
+    return {};
+}
+
+tl::expected<AppState::DeviceFrames, QString> AppState::keyFrames()
+{
+    const std::optional<DeckLinkDisplayMode> mode = m_key.selectedMode();
+    if (!m_key.isOutputRunning() || !mode)
+        return tl::unexpected(QStringLiteral("Key output is not running"));
+    return framesFor(m_key, *mode, FrameContent::key);
 }
 
 tl::expected<AppState::DeviceFrames, QString>
@@ -260,24 +246,21 @@ AppState::framesFor(DeckLinkManager &manager, const DeckLinkDisplayMode &mode, F
         return tl::unexpected(manager.lastErrorMessage().value_or(QString()));
     const QSize size(mode.width, mode.height);
     if (layout->rowBytes >= rowBytesOf(layout->format, mode.width))
-        return DeviceFrames{{content, layout->format, size, layout->rowBytes}};
+        return DeviceFrames{manager, {content, layout->format, size, layout->rowBytes}};
     // A device whose rows are too short for their pixels gets what fits.
     const qsizetype rowBytes = rowBytesOf(FrameFormat::bgra, mode.width);
-    return DeviceFrames{{content, FrameFormat::bgra, size, rowBytes}, false};
+    return DeviceFrames{manager, {content, FrameFormat::bgra, size, rowBytes}, false};
 }
 
-/// An output that fails without a word is no reason to stop.
-tl::expected<void, QString> AppState::sent(DeckLinkManager &manager, const DeviceFrames &frames,
-                                           const FrameBytes &bytes)
+tl::expected<FramePath::Frames, QString> AppState::compose(std::span<const DeviceFrames> devices)
 {
-    const QSize size = frames.target.size;
-    const bool isSent =
-        frames.isInDeviceLayout
-            ? manager.sendDeviceFrame(bytes, size.width(), size.height())
-            : manager.sendFrame({bytes, size.width(), size.height(), int(frames.target.rowBytes)});
-    if (isSent || !manager.lastErrorMessage())
-        return {};
-    return tl::unexpected(*manager.lastErrorMessage());
+    const bool isGreen = m_routing == DeckLinkOutputRouting::greenScreen;
+    std::array<FrameTarget, FramePath::mostTargets> targets;
+    std::ranges::transform(devices, targets.begin(), &DeviceFrames::target);
+    return m_framePath
+        .render(m_document, isGreen ? std::optional(chromaGreen) : std::nullopt,
+                std::span(targets).first(devices.size()))
+        .map_error([](RenderEngineError error) { return text(error); });
 }
 
 void AppState::refreshDeckLinkDevices()

@@ -121,34 +121,25 @@ private:
     /// What a device takes of each frame, and how it is handed over.
     struct DeviceFrames
     {
+        DeckLinkManager &manager;
         FrameTarget target;
         bool isInDeviceLayout = true;
     };
-    struct ComposedFrames
-    {
-        DeviceFrames fill;
-        std::optional<DeviceFrames> key;
-        FramePath::Frames bytes;
-    };
+    using Outcome = tl::expected<void, QString>;
 
-    void report(const tl::expected<void, QString> &outcome);
+    void report(const Outcome &outcome);
     void watchManagers();
-    tl::expected<void, QString> startManagers();
-    tl::expected<void, QString> startKeyAndFill();
+    Outcome startManagers();
+    Outcome startKeyAndFill();
     double outputRate() const;
-    void composeAhead();
     void sendCurrentFrameToDeckLink();
-    /// Answers false when there is none, for want of an output.
-    bool composeCurrentFrame();
-    void displayComposedFrame();
-    void stopAfter(const QString &message);
-    tl::expected<void, QString> displayFrames(const ComposedFrames &frames);
-    tl::expected<ComposedFrames, QString> composeFrames(const DeckLinkDisplayMode &mode);
+    Outcome sendFrames(const DeckLinkDisplayMode &mode);
+    Outcome display(std::span<const DeviceFrames> devices, const FramePath::Frames &frames);
+    tl::expected<DeviceFrames, QString> keyFrames();
     static tl::expected<DeviceFrames, QString>
     framesFor(DeckLinkManager &manager, const DeckLinkDisplayMode &mode, FrameContent content);
-    static tl::expected<void, QString> sent(DeckLinkManager &manager, const DeviceFrames &frames,
-                                            const FrameBytes &bytes);
-    bool hasKeyOutput() const;
+    tl::expected<FramePath::Frames, QString> compose(std::span<const DeviceFrames> devices);
+    void stopAfter(const QString &message);
 
     Clock &m_clock;
     Settings m_settings;
@@ -162,7 +153,6 @@ private:
     DeckLinkManager m_fill;
     DeckLinkManager m_key;
     DeckLinkOutputRouting m_routing = DeckLinkOutputRouting::fillOnly;
-    std::optional<ComposedFrames> m_composed; // and not yet shown
     bool m_isSendingFrame = false;
     RealtimeClock m_realtimeClock;
     std::unique_ptr<OutputLoop> m_outputLoop;

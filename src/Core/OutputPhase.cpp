@@ -11,9 +11,9 @@ OutputPhase::OutputPhase(Nanoseconds interval)
 {
 }
 
-Nanoseconds OutputPhase::delayAfter(Nanoseconds waited)
+Nanoseconds OutputPhase::delayAfter(Nanoseconds duration)
 {
-    return waited > m_negligible ? delayAfterWait() : delayAfterRoom();
+    return duration > m_negligible ? delayAfterWait() : delayAfterRoom();
 }
 
 Nanoseconds OutputPhase::delayAfterWait()

@@ -3,11 +3,9 @@
 
 #include "Base/ManualClock.h"
 #include "Base/RealClock.h"
-#include "Base/WaitMeter.h"
 
 #include <gtest/gtest.h>
 
-#include <thread>
 #include <vector>
 
 namespace tessara {
@@ -97,30 +95,9 @@ TEST_F(ManualClockTest, ACallThatHoldsTheThreadDelaysWhatIsDue)
 
     EXPECT_EQ(times, std::vector<Nanoseconds>{50ms});
     EXPECT_EQ(clock.now(), 50ms);
-}
 
-TEST(WaitMeterTest, WorkIsNoWait)
-{
-    ManualClock clock;
-    clock.waitUntil(3ms);
-    const WaitMeter meter(clock);
-
-    clock.stall(Seconds{0.005});
-    clock.waitUntil(10ms);
     clock.waitUntil(4ms); // has long been
-
-    EXPECT_EQ(clock.now(), 10ms);
-    EXPECT_EQ(meter.waited(), 2ms);
-}
-
-TEST(RealClockTest, ASleepingThreadWaits)
-{
-    RealClock clock;
-    const WaitMeter meter(clock);
-
-    std::this_thread::sleep_for(5ms);
-
-    EXPECT_GT(meter.waited(), 4ms);
+    EXPECT_EQ(clock.now(), 50ms);
 }
 
 TEST(RealClockTest, RingsInOrderAndNotBeforeTheTime)

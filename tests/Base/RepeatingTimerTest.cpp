@@ -54,30 +54,6 @@ TEST_F(RepeatingTimerTest, WhatIsPutOffIsNotMissed)
     EXPECT_EQ(timer.missedBeats(), 0u);
 }
 
-TEST_F(RepeatingTimerTest, BeatsMayComeEarlier)
-{
-    RepeatingTimer timer(clock, Seconds{0.02}, note);
-    clock.advance(25ms);
-
-    timer.putOff(-3ms);
-    clock.advance(45ms);
-
-    EXPECT_EQ(beats, (std::vector<Nanoseconds>{20ms, 37ms, 57ms}));
-    EXPECT_EQ(timer.missedBeats(), 0u);
-}
-
-TEST_F(RepeatingTimerTest, ABeatThatIsEarlierThanNowComesAtOnceAndIsNotMissed)
-{
-    RepeatingTimer timer(clock, Seconds{0.02}, note);
-    clock.advance(35ms);
-
-    timer.putOff(-10ms);
-    clock.advance(20ms);
-
-    EXPECT_EQ(beats, (std::vector<Nanoseconds>{20ms, 35ms, 50ms}));
-    EXPECT_EQ(timer.missedBeats(), 0u);
-}
-
 TEST_F(RepeatingTimerTest, ABeatMayPutOffTheNext)
 {
     RepeatingTimer *timer = nullptr;

@@ -177,6 +177,51 @@ TEST_F(OutputFailureTest, AFirstFrameThatFailsStopsWithinTheStart)
     expectStartable();
 }
 
+TEST_F(OutputFailureTest, ACanvasTooLargeToBeScaledStopsWithinTheStart)
+{
+    document().setSize({17000, 17000});
+    start();
+
+    expectStopped("Could not allocate bitmap buffer.");
+    document().setSize({1920, 1080});
+    expectStartable();
+}
+
+TEST_F(OutputFailureTest, AFirstFrameThatFailsOnlyOnceStops)
+{
+    expectStartError(first, "RowBytesForPixelFormat", "RowBytesForPixelFormat failed.");
+    expectStartError(first, "CreateVideoFrameWithBuffer", "CreateVideoFrameWithBuffer failed.");
+    expectStartError(first, "DisplayVideoFrameSync", "DisplayVideoFrameSync failed.");
+}
+
+TEST_F(OutputFailureTest, TheFillOfABeatGoesOutWhateverFailsOfItsKey)
+{
+    route(DeckLinkOutputRouting::keyAndFill);
+    for (const char *call :
+         {"RowBytesForPixelFormat", "CreateVideoFrameWithBuffer", "DisplayVideoFrameSync"}) {
+        start();
+        const qint64 before = sent(first);
+        ASSERT_TRUE(card.fail(second, call, 1));
+        tick();
+
+        EXPECT_EQ(sent(first), before + 1) << call;
+        expectStopped(QString("%1 failed.").arg(call));
+    }
+    expectStartable();
+}
+
+TEST_F(OutputFailureTest, TheFillOfABeatGoesOutWhenItsKeyHasEnded)
+{
+    route(DeckLinkOutputRouting::keyAndFill);
+    start();
+    const qint64 before = sent(first);
+    key().stopOutput();
+    tick();
+
+    EXPECT_EQ(sent(first), before + 1);
+    expectStopped("Key output is not running");
+}
+
 TEST_F(OutputFailureTest, AFillThatRefusesAFrameStops)
 {
     start();

@@ -6,6 +6,7 @@
 #include <QRectF>
 #include <QSizeF>
 
+#include <cmath>
 #include <optional>
 
 namespace tessara {
@@ -35,6 +36,26 @@ bool isSame(const std::optional<Value> &left, const std::optional<Value> &right)
     return left.has_value() == right.has_value() && (!left || isSame(*left, *right));
 }
 
+/// What a property takes of `value`: of a place and a size that are no numbers, 0.
+template <typename Value>
+const Value &mended(const Value &value)
+{
+    return value;
+}
+inline QPointF mended(const QPointF &value)
+{
+    return {std::isfinite(value.x()) ? value.x() : 0, std::isfinite(value.y()) ? value.y() : 0};
+}
+inline QSizeF mended(const QSizeF &value)
+{
+    return {std::isfinite(value.width()) ? value.width() : 0,
+            std::isfinite(value.height()) ? value.height() : 0};
+}
+inline std::optional<QSizeF> mended(const std::optional<QSizeF> &value)
+{
+    return value ? std::optional(mended(*value)) : std::nullopt;
+}
+
 /// Stores `value`; false when the field held it already.
 template <typename Value>
 bool replaceValue(Value &field, const Value &value)
@@ -58,7 +79,7 @@ public:                                                                         
     }                                                                                              \
     void setName(const Type &value)                                                                \
     {                                                                                              \
-        if (tessara::replaceValue(m_##name, value))                                                \
+        if (tessara::replaceValue(m_##name, tessara::mended(value)))                               \
             Q_EMIT name##Changed();                                                                \
     }                                                                                              \
     Q_SIGNAL void name##Changed();                                                                 \

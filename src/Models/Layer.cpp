@@ -6,14 +6,14 @@ namespace tessara {
 
 Layer::Layer(const QUuid &id, const QString &name, QPointF position)
     : m_name(name)
-    , m_position(position)
+    , m_position(mended(position))
     , m_id(id)
 {
 }
 
 SizedLayer::SizedLayer(const QUuid &id, const QString &name, QPointF position, QSizeF size)
     : Layer(id, name, position)
-    , m_size(size)
+    , m_size(mended(size))
 {
 }
 

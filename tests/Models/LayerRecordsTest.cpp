@@ -214,6 +214,23 @@ TEST(CanvasLayerItemTest, ScoreCaptureAndCountdownBelongToNoGroup)
     EXPECT_FALSE(presetGroupID(CanvasLayerItem(&countdown)));
 }
 
+TEST(LayerPropertiesTest, APlaceAndASizeAreNumbersWhoeverWritesThem)
+{
+    const double endless = std::numeric_limits<double>::infinity();
+    ShapeLayer shape(QUuid::createUuid(), "Shape", ShapeKind::rectangle, {notANumber, 20},
+                     {endless, 30});
+    EXPECT_EQ(shape.frame(), QRectF(0, 20, 0, 30));
+
+    shape.setPosition({40, -endless});
+    shape.setSize({50, notANumber});
+    EXPECT_EQ(shape.frame(), QRectF(40, 0, 50, 0));
+
+    TextLayer text(QUuid::createUuid(), "Text", "Title", {notANumber, notANumber});
+    text.setTextBoxSize(QSizeF(endless, 60));
+    EXPECT_EQ(text.position(), QPointF(0, 0));
+    EXPECT_EQ(text.textBoxSize(), QSizeF(0, 60));
+}
+
 TEST(LayerPropertiesTest, AWriteIsToldOnceAndAnEqualOneNever)
 {
     TextLayer layer(QUuid::createUuid(), {}, {});

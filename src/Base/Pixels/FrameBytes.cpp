@@ -74,7 +74,7 @@ FrameBytes::FrameBytes(std::shared_ptr<const quint8> bytes, qsizetype size)
 
 FrameBytes FrameBytes::allocate(qsizetype size)
 {
-    if (size < 0 || size > maximumSize)
+    if (size < 0 || size > s_maximumSize)
         return {};
     const auto blockSize = std::max<std::size_t>(std::size_t(size), 1);
     quint8 *bytes = framePool().take(blockSize);

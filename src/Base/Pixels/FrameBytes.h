@@ -17,6 +17,9 @@ public:
     static constexpr std::size_t alignment = 64;
     /// No raster of any card comes near; a greater size is refused like memory that ran out.
     static constexpr qsizetype maximumSize = qsizetype(1) << 30;
+    /// From now on less is refused, for tests of what happens then. Not while another thread
+    /// allocates.
+    static void setMaximumSize(qsizetype bytes) { s_maximumSize = bytes; }
 
     FrameBytes() = default;
     /// Foreign bytes that stay as they are while a reference to them lives.
@@ -44,6 +47,8 @@ public:
     bool operator==(const FrameBytes &other) const;
 
 private:
+    static inline qsizetype s_maximumSize = maximumSize;
+
     std::shared_ptr<const quint8> m_bytes;
     qsizetype m_size = 0;
 };

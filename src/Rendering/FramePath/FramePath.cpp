@@ -159,8 +159,10 @@ bool FramePath::setUp(const FrameGeometry &geometry, quint32 background,
 FramePath::Frames FramePath::frames() const
 {
     Frames frames;
-    for (std::size_t index = 0; index < m_outputs.size(); ++index)
+    for (std::size_t index = 0; index < m_outputs.size(); ++index) {
+        Q_ASSERT(m_outputs[index].ring.current());
         frames[index] = m_outputs[index].ring.current()->bytes;
+    }
     return frames;
 }
 

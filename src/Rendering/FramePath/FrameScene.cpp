@@ -84,6 +84,7 @@ const TileDamage &FrameScene::update(const CanvasDocument &document, const Frame
         layer.isPlaced = true;
         m_items.insert(m_items.end(), layer.items.begin(), layer.items.end());
     }
+    Q_ASSERT(m_order.isCurrent() && m_supply.wanted() == 0);
     std::swap(m_changed, m_damage);
     m_damage.clear();
     return m_changed;

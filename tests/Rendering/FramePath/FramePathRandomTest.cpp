@@ -74,6 +74,7 @@ struct Tally
     int keptSprites = 0;
     int unrepeatable = 0; // ticks that not even the reference draws twice
     int farAtRest = 0;    // by more than 1
+    int refused = 0;      // frames for want of memory
     int largestAtRest = 0;
     int largestSliding = 0;
 };
@@ -89,7 +90,8 @@ protected:
                   << ", near at rest: " << tally.nearFrames << " (by " << tally.largestAtRest
                   << ", more than 1 in " << tally.farAtRest << "), sliding: " << tally.slidingFrames
                   << " (by " << tally.largestSliding << "), of kept sprites: " << tally.keptSprites
-                  << "; ticks without a reference: " << tally.unrepeatable << '\n';
+                  << "; ticks without a reference: " << tally.unrepeatable
+                  << ", without memory: " << tally.refused << '\n';
     }
 
     void runShow(quint32 seed)
@@ -109,24 +111,48 @@ protected:
             EXPECT_TRUE(held.areUntouched());
             if (HasFailure())
                 return;
+            if (show.dice().chance(0.5))
+                path.prepareHidden(); // with what is made still under way in the next edits
             while (held.count() > std::size_t(show.dice().below(5)))
                 held.letGoOfOldest();
         }
     }
 
-    /// Some frames find their sprites made, in one way or the other.
+    /// Some frames find their sprites made, in one way or the other, or still being made.
     void makeAhead(RandomShow &show)
     {
         const CanvasDocument &document = show.document();
         if (show.dice().chance(0.2))
             path.makeSprites(document);
-        if (!show.dice().chance(0.1))
+        if (show.dice().chance(0.2))
+            path.prepareHidden();
+        if (!show.dice().chance(0.2))
             return;
         const QSize size = *frameSize(document.size());
         const FrameGeometry geometry{size, frameTransform(document.size(), size),
                                      DrawingStyle::frame};
-        while (!path.prepare(document, geometry))
+        const bool isWaiting = show.dice().chance(0.5);
+        while (!path.prepare(document, geometry) && isWaiting)
             std::this_thread::yield();
+    }
+
+    /// Some frames find no memory; the next has to be right all the same.
+    FramePath::Result rendered(RandomShow &show)
+    {
+        const qsizetype limit = show.dice().below(200'000); // bytes
+        const auto render = [&] {
+            return path.render(show.document(), show.background(), show.targets());
+        };
+        if (!show.dice().chance(0.05))
+            return render();
+        FrameBytes::setMaximumSize(limit);
+        const FramePath::Result frames = render();
+        FrameBytes::setMaximumSize(FrameBytes::maximumSize);
+        if (frames)
+            return frames;
+        EXPECT_EQ(frames.error(), RenderEngineError::bitmapCreationFailed);
+        ++tally.refused;
+        return render();
     }
 
     void checkTick(RandomShow &show)
@@ -134,8 +160,7 @@ protected:
         const auto drawn = reference.render(show.document(), show.background());
         if (drawn)
             makeAhead(show);
-        const FramePath::Result frames =
-            path.render(show.document(), show.background(), show.targets());
+        const FramePath::Result frames = rendered(show);
         ASSERT_EQ(frames.has_value(), drawn.has_value());
         if (!drawn) {
             EXPECT_EQ(frames.error(), drawn.error());

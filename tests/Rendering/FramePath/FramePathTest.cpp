@@ -305,6 +305,30 @@ TEST_F(FramePathTest, ACanvasThatNoFrameCanHoldIsRefusedHoweverOftenItIsAskedFor
     EXPECT_EQ(frame(), reference());
 }
 
+// No painter's picture is to be had of it.
+TEST_F(FramePathTest, GeometryBeyondAllMeasureIsSurvived)
+{
+    addShape(ShapeKind::ellipse, {-1e300, 1e300, 1e308, 1e308});
+    addShape(ShapeKind::triangle, {10, 10, 1e300, 40})->setCornerRadius(1e300);
+    addPicture(noise({64, 64}), {1e300, -1e300, 1e308, 3});
+    addPicture(noise({64, 64}), {-1e300, 0, 1e300, 40});
+    addText("Title", {1e300, -1e300});
+    addCountdown({-1e300, 10, 1e308, 1e308});
+    added(new ScoreLayer(QUuid::createUuid(), "Score", ScoreTemplate::wideBroadcast,
+                         ScoreSportPreset::football, {-1e300, 10}, {1e308, 1e300}));
+    for (const QUuid &id : document.layerOrder())
+        document.setRunTransitionStyle(LayerRunTransitionStyle::presetReveal, id);
+    for (const double visibility : {1.0, 0.5}) {
+        for (const QUuid &id : document.layerOrder())
+            document.takes().setVisibility(id, visibility);
+        EXPECT_FALSE(frame().isNull());
+    }
+    path.makeSprites(document);
+
+    document.removeSelectedLayers();
+    EXPECT_FALSE(frame().isNull());
+}
+
 // Half of the range at the most, and nothing away from the edges: see Tolerance.
 TEST_F(FramePathTest, StaysNearWhileALayerSlides)
 {

@@ -70,7 +70,7 @@ double RandomLayers::opacity()
 
 double RandomLayers::radius()
 {
-    return m_dice.oneOf({0.0, 0.0, 3.0, 8.5, 1000.0, m_dice.between(0, 30)});
+    return m_dice.oneOf({0.0, 0.0, 3.0, 8.5, 1000.0, none, endless, m_dice.between(0, 30)});
 }
 
 RGBAColor RandomLayers::color()
@@ -93,7 +93,8 @@ QPointF RandomLayers::place(QSizeF canvas)
     if (share < 0.93)
         return point;
     return m_dice.oneOf({QPointF(-1e4, 0), QPointF(3 * canvas.width(), 10), QPointF(1e6, -1e6),
-                         point * 20, QPointF(0, canvas.height() - 0.5)});
+                         point * 20, QPointF(0, canvas.height() - 0.5), QPointF(none, 10),
+                         QPointF(10, endless), QPointF(-endless, none), QPointF(1e300, -1e300)});
 }
 
 double RandomLayers::side(double canvas)
@@ -105,7 +106,8 @@ double RandomLayers::side(double canvas)
         return m_dice.between(0.5, 0.9 * canvas);
     if (share < 0.9)
         return std::floor(canvas * m_dice.between(1, 1.5));
-    return m_dice.oneOf({0.0, 0.01, 0.4, 1.0, -5.0, 3 * canvas, 30 * canvas, 1e5});
+    return m_dice.oneOf(
+        {0.0, 0.01, 0.4, 1.0, -5.0, 3 * canvas, 30 * canvas, 1e5, none, endless});
 }
 
 QSizeF RandomLayers::size(QSizeF canvas)
@@ -144,7 +146,7 @@ QString RandomLayers::words()
 double RandomLayers::fontSize()
 {
     // From a few, so that most texts are laid out already.
-    return m_dice.oneOf({12.0, 18.0, 18.5, 30.0, 30.0, 46.3, 0.6, 70.0});
+    return m_dice.oneOf({12.0, 18.0, 18.5, 30.0, 30.0, 46.3, 0.6, 70.0, none, -3.0});
 }
 
 std::optional<QString> RandomLayers::family()
@@ -258,6 +260,8 @@ void RandomLayers::edit(ShapeLayer &layer, QSizeF canvas)
         QList<QPointF> points(m_dice.oneOf({0, 1, 2, 3, 5, 12}));
         for (QPointF &point : points)
             point = {m_dice.between(-0.1, 1.1), m_dice.between(-0.1, 1.1)};
+        if (!points.isEmpty() && m_dice.chance(0.1))
+            points.first().setX(m_dice.oneOf({none, endless}));
         return layer.setCustomPoints(points);
     }
     default:
@@ -299,7 +303,7 @@ void RandomLayers::edit(ScoreLayer &layer, QSizeF canvas)
 
 void RandomLayers::edit(CountdownLayer &layer, QSizeF canvas)
 {
-    switch (m_dice.below(7)) {
+    switch (m_dice.below(8)) {
     case 0:
         return layer.setRemainingSeconds(m_dice.oneOf({0.0, 9.5, 25.0, 61.0, 4000.0}));
     case 1:
@@ -312,6 +316,8 @@ void RandomLayers::edit(CountdownLayer &layer, QSizeF canvas)
         return layer.setBackgroundColor(color());
     case 5:
         return layer.setCornerRadius(radius());
+    case 6:
+        return layer.isRunning() ? layer.pause() : layer.start();
     default:
         return editSize(layer, canvas);
     }

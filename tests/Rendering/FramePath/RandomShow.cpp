@@ -28,7 +28,7 @@ void deleteRemovedLayers()
 RandomShow::RandomShow(quint32 seed)
     : m_dice(seed)
 {
-    makeDocument();
+    fillDocument();
     setTargets();
 }
 
@@ -44,6 +44,8 @@ QSizeF RandomShow::canvasSize()
         return {1920, 1080};
     if (share < 0.006)
         return {m_dice.between(500, 1100), m_dice.between(300, 700)};
+    if (share < 0.012) // as wide or as high as the largest of modes, and wider
+        return m_dice.oneOf({QSizeF(4096, 3), QSizeF(8193, 2.5), QSizeF(3, 4321)});
     if (share < 0.05)
         return {m_dice.between(1, 30), m_dice.between(1, 30)};
     const QSizeF size(m_dice.between(64, 280), m_dice.between(48, 200));
@@ -52,12 +54,11 @@ QSizeF RandomShow::canvasSize()
     return {std::floor(size.width()), std::floor(size.height())};
 }
 
-void RandomShow::makeDocument()
+void RandomShow::fillDocument()
 {
-    m_document = std::make_unique<CanvasDocument>(m_clock, canvasSize());
     for (int layers = m_dice.below(8); layers > 0; --layers)
         addLayer();
-    for (const QUuid &id : m_document->layerOrder()) {
+    for (const QUuid &id : m_document.layerOrder()) {
         if (m_dice.chance(0.3))
             setVisibility(id);
         if (m_dice.chance(0.3))
@@ -67,34 +68,34 @@ void RandomShow::makeDocument()
 
 void RandomShow::addLayer()
 {
-    m_document->addLayer(m_layers.layer(newID(), m_document->size()));
+    m_document.addLayer(m_layers.layer(newID(), m_document.size()));
 }
 
 // As an undone removal does: another object under the same id, maybe at the same address.
 void RandomShow::replaceLayer()
 {
-    const QList<QUuid> order = m_document->layerOrder();
+    const QList<QUuid> order = m_document.layerOrder();
     const QUuid id = anyID();
-    const QMap<QUuid, double> visibility = m_document->layerVisibility();
-    m_document->removeLayerCore(id);
+    const QMap<QUuid, double> visibility = m_document.layerVisibility();
+    m_document.removeLayerCore(id);
     deleteRemovedLayers();
-    m_document->addLayer(m_layers.layer(id, m_document->size()));
+    m_document.addLayer(m_layers.layer(id, m_document.size()));
     if (m_dice.chance(0.7))
-        m_document->restoreLayerOrder(order);
+        m_document.restoreLayerOrder(order);
     if (m_dice.chance(0.5))
-        m_document->setLayerVisibility(visibility);
+        m_document.setLayerVisibility(visibility);
 }
 
 void RandomShow::reorder()
 {
-    QList<QUuid> order = m_document->layerOrder();
+    QList<QUuid> order = m_document.layerOrder();
     if (m_dice.chance(0.5)) {
-        m_document->moveInLayerOrder(anyID(), m_dice.below(int(order.size())));
+        m_document.moveInLayerOrder(anyID(), m_dice.below(int(order.size())));
         return;
     }
     for (qsizetype left = order.size(); left > 1; --left)
         std::swap(order[left - 1], order[m_dice.below(int(left))]);
-    m_document->reorderLayers(order);
+    m_document.reorderLayers(order);
 }
 
 void RandomShow::setVisibility(const QUuid &id)
@@ -103,13 +104,13 @@ void RandomShow::setVisibility(const QUuid &id)
                                        std::numeric_limits<double>::quiet_NaN(), m_dice.fraction(),
                                        m_dice.fraction(), m_dice.fraction(),
                                        m_dice.below(22) / 21.0, m_dice.below(22) / 21.0});
-    m_document->takes().setVisibility(id, value);
+    m_document.takes().setVisibility(id, value);
 }
 
 void RandomShow::setRunSettings(const QUuid &id)
 {
     using enum LayerRunTransitionStyle;
-    m_document->setRunTransitionStyle(
+    m_document.setRunTransitionStyle(
         m_dice.oneOf({cut, dissolve, dissolve, dissolve, presetReveal, presetReveal}), id);
 }
 
@@ -117,19 +118,19 @@ void RandomShow::setRunSettings(const QUuid &id)
 void RandomShow::slideOn()
 {
     const double value = m_dice.fraction();
-    for (const QUuid &id : m_document->layerOrder())
-        m_document->takes().setVisibility(id, value);
+    for (const QUuid &id : m_document.layerOrder())
+        m_document.takes().setVisibility(id, value);
 }
 
 QSize RandomShow::targetSize()
 {
-    const QSize frame = m_document->size().toSize();
+    const QSize frame = m_document.size().toSize();
     const double share = m_dice.fraction();
     if (share < 0.05)
         return {std::max(1, frame.width() / 2), std::max(1, frame.height() / 2)};
     if (share < 0.3)
         return {1 + m_dice.below(200), 1 + m_dice.below(120)};
-    const QSizeF canvas = m_document->size();
+    const QSizeF canvas = m_document.size();
     return {std::max(1, int(canvas.width())), std::max(1, int(canvas.height()))};
 }
 
@@ -154,12 +155,12 @@ QString RandomShow::description() const
 {
     QString text;
     QDebug out(&text);
-    for (const CanvasLayerItem &item : m_document->orderedLayers()) {
+    for (const CanvasLayerItem &item : m_document.orderedLayers()) {
         const Layer *layer = layerOf(item);
-        const QSizeF slide = m_document->effectiveTransitionOffset(layer->id(), layer->isHidden());
+        const QSizeF slide = m_document.effectiveTransitionOffset(layer->id(), layer->isHidden());
         out << "\n"
             << layer->metaObject()->className() << "visibility"
-            << m_document->layerVisibility().value(layer->id()) << "slide" << slide;
+            << m_document.layerVisibility().value(layer->id()) << "slide" << slide;
         for (int index = 0; index < layer->metaObject()->propertyCount(); ++index) {
             const QMetaProperty property = layer->metaObject()->property(index);
             out << "\n   " << property.name() << property.read(layer);
@@ -178,14 +179,150 @@ void RandomShow::edit()
         deleteRemovedLayers();
 }
 
-void RandomShow::editOnce()
+void RandomShow::take()
+{
+    const QUuid id = anyID();
+    switch (m_dice.below(8)) {
+    case 0:
+        return m_document.takeLayerInNow(id);
+    case 1:
+        return m_document.takeLayerOutNow(id);
+    case 2:
+        return m_document.toggleLayerHidden(id);
+    case 3:
+        m_document.toggleCue(id);
+        return m_document.takeCues();
+    case 4:
+        m_document.setRunDissolveDuration(m_dice.between(0, 0.5), id);
+        return m_document.setRunAutoOutDuration(m_dice.between(0, 0.5), id);
+    default:
+        return m_document.toggleLayerInRunlist(id);
+    }
+}
+
+void RandomShow::group()
+{
+    QList<QUuid> ids;
+    for (const QUuid &id : m_document.layerOrder()) {
+        if (m_dice.chance(0.4))
+            ids.append(id);
+    }
+    const std::optional<QUuid> known = m_document.presetGroupID(anyID());
+    if (!known)
+        m_document.groupLayers(ids, "Group");
+    else if (m_dice.chance(0.3))
+        m_document.ungroupPreset(*known);
+    else if (m_dice.chance(0.3))
+        m_document.removePresetGroup(*known);
+    else
+        m_document.togglePresetGroupInRunlist(*known);
+}
+
+void RandomShow::applyPreset()
+{
+    TextPreset preset;
+    preset.name = "Preset";
+    preset.rects.resize(1 + m_dice.below(2));
+    for (PresetRectEntry &rect : preset.rects) {
+        rect.position = {m_dice.between(0, 100), m_dice.between(0, 100)};
+        rect.size = {m_dice.between(1, 150), m_dice.between(1, 60)};
+    }
+    preset.entries.resize(1);
+    preset.entries.first().text = "Name";
+    preset.entries.first().fontSize = 30;
+    preset.preferredRunTransitionStyle = LayerRunTransitionStyle::presetReveal;
+    m_document.addTextPreset(preset);
+}
+
+void RandomShow::stepThroughHistory()
+{
+    for (int steps = 1 + m_dice.below(4); steps > 0; --steps) {
+        if (m_dice.chance(0.6))
+            m_history.undoStack().undo();
+        else
+            m_history.undoStack().redo();
+    }
+}
+
+MacroStep::Kind RandomShow::macroStep()
+{
+    const QUuid id = anyID();
+    switch (m_dice.below(6)) {
+    case 0:
+        return ShowLayer{id, {}};
+    case 1:
+        return HideLayer{id, {}};
+    case 2:
+        return Pause{m_dice.between(0, 0.3)};
+    case 3:
+        return AddLayer{m_dice.chance(0.5) ? id : newID(),
+                        "shape",
+                        {{"name", "Shape"},
+                         {"posX", QString::number(m_dice.below(100))},
+                         {"posY", QString::number(m_dice.below(60))},
+                         {"sizeW", QString::number(m_dice.below(90))},
+                         {"sizeH", "30"}}};
+    case 4:
+        return SetLayerProperty{id, {}, "opacity", m_dice.oneOf<QString>({"0.5", "2", "-1", "x"})};
+    default:
+        return SetLayerProperty{id,
+                                {},
+                                m_dice.oneOf<QString>({"posX", "posY", "sizeW", "fontSize"}),
+                                m_dice.oneOf<QString>({"20", "-7.5", "0", "1e9", "nan"})};
+    }
+}
+
+void RandomShow::playMacro()
+{
+    Macro macro;
+    macro.loopEnabled = m_dice.chance(0.3);
+    macro.loopCount = 2;
+    for (int steps = 1 + m_dice.below(5); steps > 0; --steps)
+        macro.steps.append({newID(), macroStep()});
+    m_macros.stopRunning();
+    m_macros.runMacro(macro);
+}
+
+void RandomShow::runOnce()
 {
     const int share = m_dice.below(100);
-    const bool isEmpty = m_document->layerOrder().isEmpty();
-    const bool isFull = m_document->layerOrder().size() >= mostLayers;
+    if (share < 30) {
+        tell("take");
+        take();
+    } else if (share < 55) {
+        tell("time");
+        m_clock.advance(Seconds{m_dice.oneOf({0.0, 0.02, 0.04, 0.3, 1.0})});
+    } else if (share < 65) {
+        tell("group");
+        group();
+    } else if (share < 70 && m_document.layerOrder().size() < mostLayers) {
+        tell("preset");
+        applyPreset();
+    } else if (share < 78) {
+        tell("remove and undo");
+        m_document.removeLayer(anyID());
+        if (m_dice.chance(0.5))
+            deleteRemovedLayers();
+        m_history.undoStack().undo();
+    } else if (share < 90) {
+        tell("history");
+        stepThroughHistory();
+    } else {
+        tell("macro");
+        playMacro();
+    }
+}
+
+void RandomShow::editOnce()
+{
+    if (m_dice.chance(0.3) && !m_document.layerOrder().isEmpty())
+        return runOnce();
+    const int share = m_dice.below(100);
+    const bool isEmpty = m_document.layerOrder().isEmpty();
+    const bool isFull = m_document.layerOrder().size() >= mostLayers;
     if (share < 3) {
         tell("canvas size");
-        m_document->setSize(canvasSize());
+        m_document.setSize(canvasSize());
         if (m_dice.chance(0.7))
             setTargets();
     } else if (share < 8) {
@@ -196,7 +333,7 @@ void RandomShow::editOnce()
         addLayer();
     } else if (share < 23) {
         tell("remove");
-        m_document->removeLayer(anyID());
+        m_document.removeLayer(anyID());
     } else if (share < 28) {
         tell("replace");
         replaceLayer();
@@ -213,9 +350,9 @@ void RandomShow::editOnce()
         tell("slide");
         slideOn();
     } else {
-        const std::optional<CanvasLayerItem> item = m_document->layerItem(anyID());
+        const std::optional<CanvasLayerItem> item = m_document.layerItem(anyID());
         tell("edit " + kindName(*item));
-        m_layers.edit(*item, m_document->size());
+        m_layers.edit(*item, m_document.size());
     }
 }
 

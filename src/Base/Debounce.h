@@ -12,6 +12,9 @@ namespace tessara {
 /// The value at the start counts as the first of the series. Equal neighbours are one. What has
 /// stood for `quiet` passes, and the first that passes is dropped: it is the value at the start or,
 /// if that changed within the quiet time, the change.
+///
+/// A value that is passed over counts as the present one and is not delivered. What waits then for
+/// the end of its quiet time passes at once.
 template <typename Value>
 class Debounce
 {
@@ -33,19 +36,35 @@ public:
         wait();
     }
 
+    void passOver(Value value)
+    {
+        if (value == m_latest)
+            return;
+        Value before = std::exchange(m_latest, std::move(value));
+        if (m_isFirst || !std::exchange(m_isWaiting, false))
+            return;
+        m_alarm.cancel();
+        deliver(std::move(before));
+    }
+
 private:
     void wait()
     {
+        m_isWaiting = true;
         m_alarm = m_clock.at(m_clock.now() + toNanoseconds(m_quiet), [this] { pass(); });
     }
 
     void pass()
     {
-        if (std::exchange(m_isFirst, false))
-            return;
-        const auto deliver = m_deliver; // the delivery may end the watch
-        const Value value = m_latest;
-        deliver(value);
+        m_isWaiting = false;
+        if (!std::exchange(m_isFirst, false))
+            deliver(m_latest);
+    }
+
+    void deliver(Value value)
+    {
+        const auto receiver = m_deliver; // the delivery may end the watch
+        receiver(value);
     }
 
     Clock &m_clock;
@@ -53,6 +72,7 @@ private:
     Value m_latest;
     std::function<void(const Value &)> m_deliver;
     bool m_isFirst = true;
+    bool m_isWaiting = false;
     Alarm m_alarm;
 };
 

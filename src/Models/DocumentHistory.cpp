@@ -36,7 +36,8 @@ void DocumentHistory::startUndoObserving(const CanvasLayerItem &item)
     for (const LayerPropertyRow &row : layerPropertyRows(item))
         committed.insert(row.key, row.encode(*layerOf(item)));
     m_undoObservers[id] = std::make_shared<LayerWatch>(
-        m_clock, item, [this, id](const LayerPropertyRow &row, const QString &value) {
+        m_clock, item, [this] { return !m_isMacroRunning(); },
+        [this, id](const LayerPropertyRow &row, const QString &value) {
             propertyChanged(id, row, value);
         });
 }
@@ -45,7 +46,7 @@ void DocumentHistory::startUndoObserving(const CanvasLayerItem &item)
 void DocumentHistory::propertyChanged(const QUuid &id, const LayerPropertyRow &row,
                                       const QString &value)
 {
-    if (m_suppressUndoPush || m_isMacroRunning())
+    if (m_suppressUndoPush)
         return;
     const QString key = row.key;
     QMap<QString, QString> &committed = m_undoCommittedProps[id];

@@ -87,7 +87,7 @@ template <typename Pair, auto read, auto write>
 struct Coordinate
 {
     static double part(const Pair &pair) { return (pair.*read)(); }
-    static QString encode(const Pair &pair) { return Number<2>::encode(part(pair)); }
+    static QString encode(double part) { return Number<2>::encode(part); }
     static std::optional<Pair> decode(const QString &text, Pair pair)
     {
         const std::optional<double> number = parseFiniteNumber(text);
@@ -113,8 +113,19 @@ QVariant watchedPart(const Value &value)
         return QVariant::fromValue(value);
 }
 
+template <typename Codec, typename Value>
+QString textOf(const QVariant &watched)
+{
+    if constexpr (requires(const Value &value) { Codec::part(value); })
+        return Codec::encode(watched.toDouble());
+    else
+        return Codec::encode(watched.value<Value>());
+}
+
 template <typename Class, typename Value>
 Class ownerOf(Value (Class::*)() const);
+template <typename Class, typename Value>
+std::remove_cvref_t<Value> valueOf(Value (Class::*)() const);
 
 template <auto get, auto set, typename Codec>
 constexpr LayerPropertyRow row(const char *key, const char *property, int debounceMs,
@@ -128,9 +139,7 @@ constexpr LayerPropertyRow row(const char *key, const char *property, int deboun
             [](const Layer &layer) {
                 return watchedPart<Codec>((static_cast<const Owner &>(layer).*get)());
             },
-            [](const Layer &layer) {
-                return Codec::encode((static_cast<const Owner &>(layer).*get)());
-            },
+            textOf<Codec, decltype(valueOf(get))>,
             [](Layer &layer, const QString &text) {
                 auto &owner = static_cast<Owner &>(layer);
                 if (const auto value = Codec::decode(text, (owner.*get)()))

@@ -13,12 +13,14 @@ namespace tessara {
 struct LayerPropertyRow
 {
     QLatin1String key;
-    const char *property;             // of the layer's meta-object; its notice tells of changes
-    int debounceMs;                   // how long a value must stand to count as one change
-    QLatin1String undoName;           // the change, as the undo button names it
-    QVariant (*value)(const Layer &); // as it is, to see whether it has changed
-    QString (*encode)(const Layer &);
+    const char *property;              // of the layer's meta-object; its notice tells of changes
+    int debounceMs;                    // how long a value must stand to count as one change
+    QLatin1String undoName;            // the change, as the undo button names it
+    QVariant (*value)(const Layer &);  // as it is, to see whether it has changed
+    QString (*text)(const QVariant &); // of such a value
     void (*apply)(Layer &, const QString &);
+
+    QString encode(const Layer &layer) const { return text(value(layer)); }
 };
 
 /// The rows of the layer's kind. The functions take a layer of this kind only.

@@ -5,8 +5,10 @@
 
 namespace tessara {
 
-LayerWatch::LayerWatch(Clock &clock, const CanvasLayerItem &item, const Deliver &deliver)
+LayerWatch::LayerWatch(Clock &clock, const CanvasLayerItem &item,
+                       std::function<bool()> isOperatorWriting, const Deliver &deliver)
     : m_layer(*layerOf(item))
+    , m_isOperatorWriting(std::move(isOperatorWriting))
     , m_rows(layerPropertyRows(item))
 {
     const QMetaObject *kind = m_layer.metaObject();
@@ -15,7 +17,7 @@ LayerWatch::LayerWatch(Clock &clock, const CanvasLayerItem &item, const Deliver 
     for (const LayerPropertyRow &row : m_rows) {
         m_values.emplace_back(
             clock, std::chrono::milliseconds{row.debounceMs}, row.value(m_layer),
-            [this, &row, deliver](const QVariant &) { deliver(row, row.encode(m_layer)); });
+            [&row, deliver](const QVariant &value) { deliver(row, row.text(value)); });
         const QMetaProperty property = kind->property(kind->indexOfProperty(row.property));
         connect(&m_layer, property.notifySignal(), this, reader, Qt::UniqueConnection);
     }
@@ -23,8 +25,11 @@ LayerWatch::LayerWatch(Clock &clock, const CanvasLayerItem &item, const Deliver 
 
 void LayerWatch::read()
 {
-    for (size_t index = 0; index < m_rows.size(); ++index)
-        m_values[index].push(m_rows[index].value(m_layer));
+    const bool isOperatorWriting = m_isOperatorWriting();
+    for (size_t index = 0; index < m_rows.size(); ++index) {
+        const QVariant value = m_rows[index].value(m_layer);
+        isOperatorWriting ? m_values[index].push(value) : m_values[index].passOver(value);
+    }
 }
 
 } // namespace tessara

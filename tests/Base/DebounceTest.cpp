@@ -74,5 +74,61 @@ TEST_F(DebounceTest, AChangeAndBackWithinTheQuietTimeDeliversTheOldValueAgain)
     EXPECT_EQ(delivered, (std::vector{1}));
 }
 
+TEST_F(DebounceTest, AValueThatIsPassedOverIsThePresentOneAndIsNotDelivered)
+{
+    settle();
+    watched.passOver(2);
+    settle();
+    EXPECT_TRUE(delivered.empty());
+
+    watched.push(2); // as it stands already
+    settle();
+    EXPECT_TRUE(delivered.empty());
+    watched.push(1);
+    settle();
+
+    EXPECT_EQ(delivered, (std::vector{1}));
+}
+
+TEST_F(DebounceTest, WhatWaitsPassesBeforeAValueThatIsPassedOver)
+{
+    settle();
+    watched.push(2);
+    clock.advance(Seconds{0.1});
+    watched.passOver(3);
+    EXPECT_EQ(delivered, (std::vector{2}));
+
+    settle();
+
+    EXPECT_EQ(delivered, (std::vector{2})); // once
+}
+
+TEST_F(DebounceTest, AnEqualValueThatIsPassedOverLeavesTheOtherItsQuietTime)
+{
+    settle();
+    watched.push(2);
+    watched.passOver(2);
+    EXPECT_TRUE(delivered.empty());
+
+    settle();
+
+    EXPECT_EQ(delivered, (std::vector{2}));
+}
+
+TEST_F(DebounceTest, AValueThatIsPassedOverLeavesTheFirstQuietTimeAsItIs)
+{
+    clock.advance(Seconds{0.1});
+    watched.push(2);
+    watched.passOver(3);
+    EXPECT_TRUE(delivered.empty());
+    settle();
+    EXPECT_TRUE(delivered.empty());
+
+    watched.push(4);
+    settle();
+
+    EXPECT_EQ(delivered, (std::vector{4}));
+}
+
 } // namespace
 } // namespace tessara

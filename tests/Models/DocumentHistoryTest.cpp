@@ -1,31 +1,10 @@
-#include "Models/DocumentHistory.h"
-
-#include "Models/DocumentFixture.h"
+#include "Models/HistoryFixture.h"
 
 namespace tessara {
 namespace {
 
-using std::chrono::milliseconds;
-
-class DocumentHistoryTest : public DocumentFixture
+class DocumentHistoryTest : public HistoryFixture
 {
-protected:
-    /// A title whose watches stand.
-    TextLayer *addTitle()
-    {
-        TextLayer *title = document.addTextLayer();
-        clock.advance(milliseconds{600});
-        return title;
-    }
-
-    /// Long enough for any property to count as changed.
-    void settle() { clock.advance(milliseconds{600}); }
-
-    UndoStack &undo() { return history.undoStack(); }
-    TextLayer *title() const { return document.layersOf<TextLayer>().first(); }
-
-    bool isMacroRunning = false;
-    DocumentHistory history{document, clock, [this] { return isMacroRunning; }};
 };
 
 // Properties
@@ -154,27 +133,6 @@ TEST_F(DocumentHistoryTest, AChangeRightAfterTheLayersCreationIsTakenForItsStart
     ASSERT_EQ(undo().count(), before + 1);
     undo().undo();
     EXPECT_EQ(text->text(), QStringLiteral("Text 1")); // the last that history held
-}
-
-TEST_F(DocumentHistoryTest, WhatAMacroDoesIsNoHistory)
-{
-    TextLayer *text = addTitle();
-    const int before = undo().count();
-
-    isMacroRunning = true;
-    text->setText(QStringLiteral("Macro"));
-    document.addCountdownLayer();
-    settle();
-    isMacroRunning = false;
-    EXPECT_EQ(undo().count(), before);
-    EXPECT_EQ(history.undoCommittedProps(text->id()).value(QStringLiteral("text")),
-              QStringLiteral("Text 1"));
-
-    text->setText(QStringLiteral("By hand"));
-    settle();
-    ASSERT_EQ(undo().count(), before + 1);
-    undo().undo();
-    EXPECT_EQ(text->text(), QStringLiteral("Text 1")); // as it was before the macro
 }
 
 TEST_F(DocumentHistoryTest, UnwatchedPropertiesTakesAndCuesAreNoHistory)

@@ -237,12 +237,54 @@ TEST_F(MacroPlaybackTest, PlaybackIsNeitherRecordedNorUndone)
 
     macros.runMacro(macroOf({setText(title->id(), QStringLiteral("Played")),
                              AddLayer{QUuid::createUuid(), QStringLiteral("text"), {}},
-                             HideLayer{title->id(), QString()}, Pause{2}}));
+                             HideLayer{title->id(), QString()}}));
+    clock.advance(seconds{0});
+    ASSERT_FALSE(macros.isRunning()); // long before any value has been quiet for its time
     clock.advance(seconds{3});
 
     EXPECT_EQ(title->text(), QStringLiteral("Played"));
     EXPECT_TRUE(macros.log().isEmpty());
     EXPECT_EQ(history.undoStack().count(), entries);
+}
+
+TEST_F(MacroPlaybackTest, PassesWithPausesAreNeitherRecordedNorUndone)
+{
+    TextLayer *title = addTitle();
+    title->setFontSize(40);
+    settle();
+    history.undoStack().undo();
+    settle();
+    macros.clearLog();
+    Macro macro = countingMacro(title->id(), 3);
+    macro.loopEnabled = true;
+    macro.loopCount = 3;
+
+    macros.runMacro(macro);
+    clock.advance(seconds{6});
+    ASSERT_FALSE(macros.isRunning());
+    clock.advance(seconds{1});
+
+    EXPECT_TRUE(macros.log().isEmpty());
+    EXPECT_TRUE(history.undoStack().canRedo());
+}
+
+TEST_F(MacroPlaybackTest, ALayerUndeletedDuringARunIsReachedByItAndNoStep)
+{
+    const QUuid id = addTitle()->id();
+    document.removeLayer(id);
+    macros.clearLog();
+    macros.runMacro(
+        macroOf({Pause{1}, HideLayer{id, QString()}, setText(id, QStringLiteral("Played"))}));
+    clock.advance(milliseconds{500});
+
+    history.undoStack().undo();
+    EXPECT_TRUE(document.takes().isOnAir(id));
+    clock.advance(seconds{3});
+
+    EXPECT_TRUE(document.layer(id)->isHidden());
+    EXPECT_EQ(document.layersOf<TextLayer>().first()->text(), QStringLiteral("Played"));
+    EXPECT_TRUE(macros.log().isEmpty());
+    EXPECT_TRUE(history.undoStack().canRedo());
 }
 
 TEST_F(MacroPlaybackTest, EditsDuringARunDoNotReachIt)

@@ -99,6 +99,33 @@ TEST_F(MacroRecordingTest, AChangeJustBeforeTheRecordingIsPartOfIt)
     EXPECT_EQ(macros.recordingSteps().size(), 1);
 }
 
+TEST_F(MacroRecordingTest, WhatAMacroWroteJustBeforeTheRecordingIsNoPartOfIt)
+{
+    TextLayer *title = addTitle();
+    macros.runMacro(macroOf({setText(title->id(), QStringLiteral("Played"))}));
+    clock.advance(seconds{0});
+
+    startRecording();
+    settle();
+    EXPECT_TRUE(macros.recordingSteps().isEmpty());
+
+    title->setText(QStringLiteral("By hand"));
+    settle();
+    EXPECT_EQ(recordedTexts(), QStringList{QStringLiteral("Text  \"Text 1\"  →  By hand")});
+}
+
+TEST_F(MacroRecordingTest, AnEditJustBeforeAMacroStandsInTheLogThoughTheMacroWritesOverIt)
+{
+    TextLayer *title = addTitle();
+    macros.clearLog();
+    title->setText(QStringLiteral("By hand"));
+    macros.runMacro(macroOf({setText(title->id(), QStringLiteral("Played"))}));
+    settle();
+
+    ASSERT_EQ(macros.log().size(), 1);
+    EXPECT_EQ(macros.log().first().label, QStringLiteral("Text  \"Text 1\"  →  By hand"));
+}
+
 TEST_F(MacroRecordingTest, AStepBearsTheNameOfItsMoment)
 {
     TextLayer *title = addTitle();

@@ -40,19 +40,12 @@ bool CanvasDocument::canGroupSelection() const
                            [this](const QUuid &id) { return presetGroupID(id).has_value(); });
 }
 
-// Only these kinds are grouped by hand; a model joins a group by a preset alone.
+// A model may belong to a group, but is not grouped by hand.
 void CanvasDocument::setPresetGroup(const QUuid &id, const std::optional<QUuid> &groupID)
 {
     const std::optional<CanvasLayerItem> item = layerItem(id);
-    if (!item)
-        return;
-    std::visit(Overloaded{[&](TextLayer *text) { text->setPresetGroupID(groupID); },
-                          [&](ImageLayer *image) { image->setPresetGroupID(groupID); },
-                          [&](ShapeLayer *shape) { shape->setPresetGroupID(groupID); },
-                          [&](WebLayer *web) { web->setPresetGroupID(groupID); },
-                          [](ScoreLayer *) {}, [](Model3DLayer *) {}, [](WindowCaptureLayer *) {},
-                          [](CountdownLayer *) {}},
-               *item);
+    if (item && !std::holds_alternative<Model3DLayer *>(*item))
+        tessara::setPresetGroupID(*item, groupID);
 }
 
 void CanvasDocument::groupLayers(const QList<QUuid> &ids, const QString &name)

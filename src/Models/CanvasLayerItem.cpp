@@ -30,6 +30,18 @@ std::optional<QUuid> presetGroupID(const CanvasLayerItem &item)
                       item);
 }
 
+void setPresetGroupID(const CanvasLayerItem &item, const std::optional<QUuid> &groupID)
+{
+    std::visit(Overloaded{[&](TextLayer *text) { text->setPresetGroupID(groupID); },
+                          [&](ImageLayer *image) { image->setPresetGroupID(groupID); },
+                          [&](ShapeLayer *shape) { shape->setPresetGroupID(groupID); },
+                          [](ScoreLayer *) {},
+                          [&](WebLayer *web) { web->setPresetGroupID(groupID); },
+                          [&](Model3DLayer *model) { model->setPresetGroupID(groupID); },
+                          [](WindowCaptureLayer *) {}, [](CountdownLayer *) {}},
+               item);
+}
+
 double layerOpacity(const CanvasLayerItem &item)
 {
     return std::visit(Overloaded{[](const TextLayer *) { return 1.0; },

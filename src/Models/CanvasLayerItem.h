@@ -32,6 +32,8 @@ QString kindName(const CanvasLayerItem &item);
 
 /// Absent for the kinds that can't belong to a group: score, window capture and countdown.
 std::optional<QUuid> presetGroupID(const CanvasLayerItem &item);
+/// Nothing for those kinds.
+void setPresetGroupID(const CanvasLayerItem &item, const std::optional<QUuid> &groupID);
 
 /// The layer's own opacity; a text has none and counts as opaque.
 double layerOpacity(const CanvasLayerItem &item);

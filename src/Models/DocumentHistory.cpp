@@ -1,5 +1,6 @@
 #include "Models/DocumentHistory.h"
 
+#include "Models/LayerFactory.h"
 #include "Models/LayerPropertyLabels.h"
 
 #include <algorithm>
@@ -74,10 +75,34 @@ void DocumentHistory::layerAdded(const CanvasLayerItem &item)
     if (m_suppressUndoPush || m_isMacroRunning())
         return;
     const QUuid id = layerOf(item)->id();
-    const auto captured = std::make_shared<CapturedLayer>(captureLayerProps(item));
+    const auto added = std::make_shared<AddedLayer>();
     m_undoStack.push(
-        QStringLiteral("Add ") + layerTypeName(captured->type),
-        [=, this] { takeAway(id, *captured); }, [=, this] { bringBack(id, *captured); });
+        QStringLiteral("Add ") + layerTypeName(layerTypeOf(item)),
+        [=, this] { takeAway(id, *added); }, [=, this] { bringBack(*added); });
+}
+
+void DocumentHistory::takeAway(const QUuid &id, AddedLayer &added)
+{
+    const std::optional<CanvasLayerItem> present = m_document.layerItem(id);
+    if (!present)
+        return;
+    added.item = LayerFactory(m_clock, m_document.size()).replica(*present);
+    added.layer.reset(layerOf(added.item));
+    added.layer->setIsHidden(!m_document.takes().standsOnAir(id));
+    added.runSettings = m_document.runSettings(id);
+    quietly([&] { m_document.removeLayerCore(id); });
+}
+
+void DocumentHistory::bringBack(AddedLayer &added)
+{
+    if (!added.layer || m_document.layerItem(added.layer->id()))
+        return;
+    const std::optional<QUuid> group = presetGroupID(added.item);
+    if (group && !m_document.presetGroupNames().contains(*group)) // it has been taken apart
+        setPresetGroupID(added.item, std::nullopt);
+    m_document.takes().setRunSettings(added.layer->id(), added.runSettings);
+    added.layer.release(); // to the document
+    quietly([&] { m_document.addLayer(added.item); });
 }
 
 void DocumentHistory::layerWillBeRemoved(const CanvasLayerItem &item, qsizetype orderIndex)
@@ -85,11 +110,11 @@ void DocumentHistory::layerWillBeRemoved(const CanvasLayerItem &item, qsizetype 
     if (m_suppressUndoPush)
         return;
     const QUuid id = layerOf(item)->id();
-    const auto captured = std::make_shared<CapturedLayer>(captureLayerProps(item));
+    const auto deleted = std::make_shared<DeletedLayer>(deletedLayer(item));
     m_undoStack.push(
         QStringLiteral("Delete Layer"),
         [=, this] {
-            bringBack(id, *captured);
+            bringBack(id, *deleted);
             if (!m_document.layerItem(id)) // its picture's file has gone
                 return;
             quietly([&] {
@@ -97,20 +122,32 @@ void DocumentHistory::layerWillBeRemoved(const CanvasLayerItem &item, qsizetype 
                 m_document.setSelectedLayerIDs({id});
             });
         },
-        [=, this] { takeAway(id, *captured); });
+        [=, this] { takeAway(id, *deleted); });
 }
 
-void DocumentHistory::bringBack(const QUuid &id, const CapturedLayer &captured)
+DocumentHistory::DeletedLayer DocumentHistory::deletedLayer(const CanvasLayerItem &item) const
 {
-    quietly([&] { m_document.createLayerFromMacro(id, captured.type, captured.props); });
+    return {captureLayerProps(item), m_document.takes().standsOnAir(layerOf(item)->id())};
 }
 
-// As it is by now: a change right after a layer has come has no entry of its own.
-void DocumentHistory::takeAway(const QUuid &id, CapturedLayer &captured)
+// As it is by now: a change right after a layer has come back has no entry of its own.
+void DocumentHistory::takeAway(const QUuid &id, DeletedLayer &deleted)
 {
     if (const std::optional<CanvasLayerItem> present = m_document.layerItem(id))
-        captured = captureLayerProps(*present);
+        deleted = deletedLayer(*present);
     quietly([&] { m_document.removeLayerCore(id); });
+}
+
+void DocumentHistory::bringBack(const QUuid &id, const DeletedLayer &deleted)
+{
+    if (m_document.layerItem(id))
+        return;
+    const CapturedLayer &captured = deleted.captured;
+    const auto made = makeLayerFromProps(m_clock, id, captured.type, captured.props);
+    if (!made)
+        return;
+    layerOf(*made)->setIsHidden(!deleted.stoodOnAir);
+    quietly([&] { m_document.addLayer(*made); });
 }
 
 void DocumentHistory::layerRemoved(const QUuid &id)

@@ -13,6 +13,9 @@ namespace tessara {
 
 /// Turns what happens in the document into entries of its undo stack: each watched property by
 /// itself, and layers that come, go, change places or names. Takes and cues are none of it.
+///
+/// A layer that comes back is on air only if it stood there when it went. In the middle of a take,
+/// or before an auto-out that nobody would run any more, it counts as off: better missed than seen.
 class DocumentHistory : public DocumentHooks
 {
 public:
@@ -35,10 +38,27 @@ public:
     void layersReordered(const QList<QUuid> &from, const QList<QUuid> &to) override;
 
 private:
+    /// A layer that the operator added, as it was when undo took it away; null while it is there.
+    struct AddedLayer
+    {
+        std::unique_ptr<Layer> layer;
+        CanvasLayerItem item;
+        LayerRunSettings runSettings;
+    };
+    /// What comes back of a layer that the operator deleted.
+    struct DeletedLayer
+    {
+        CapturedLayer captured;
+        bool stoodOnAir = false;
+    };
+
     void propertyChanged(const QUuid &id, const LayerPropertyRow &row, const QString &value);
     void applyProperty(const QUuid &id, const QString &key, const QString &value);
-    void bringBack(const QUuid &id, const CapturedLayer &captured);
-    void takeAway(const QUuid &id, CapturedLayer &captured);
+    void takeAway(const QUuid &id, AddedLayer &added);
+    void bringBack(AddedLayer &added);
+    DeletedLayer deletedLayer(const CanvasLayerItem &item) const;
+    void takeAway(const QUuid &id, DeletedLayer &deleted);
+    void bringBack(const QUuid &id, const DeletedLayer &deleted);
     /// Marks what `change` does as history's own.
     void quietly(const std::function<void()> &change);
 

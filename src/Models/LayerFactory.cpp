@@ -144,27 +144,48 @@ QPointF LayerFactory::centred(QSizeF size) const
             (m_canvasSize.height() - size.height()) * 0.5};
 }
 
-QPointF LayerFactory::nudgedPosition(QPointF position, QSizeF size) const
+QPointF LayerFactory::nudgedPosition(const TextLayer &text) const
+{
+    return {std::min(text.position().x() + duplicateOffset, m_canvasSize.width() - 1),
+            std::min(text.position().y() + duplicateOffset, m_canvasSize.height() - 1)};
+}
+
+QPointF LayerFactory::nudgedPosition(const SizedLayer &layer) const
 {
     const auto nudged = [](double from, double canvas, double side) {
         return std::max(std::min(from + duplicateOffset, std::max(canvas - side, 0.0)), 0.0);
     };
-    return {nudged(position.x(), m_canvasSize.width(), size.width()),
-            nudged(position.y(), m_canvasSize.height(), size.height())};
+    return {nudged(layer.position().x(), m_canvasSize.width(), layer.size().width()),
+            nudged(layer.position().y(), m_canvasSize.height(), layer.size().height())};
 }
 
 CanvasLayerItem LayerFactory::duplicate(const CanvasLayerItem &source) const
 {
-    return std::visit([this](auto *layer) -> CanvasLayerItem { return copyOf(*layer); }, source);
+    const QPointF position =
+        std::visit([this](const auto *layer) { return nudgedPosition(*layer); }, source);
+    return copy(source, {QUuid::createUuid(), duplicateName(layerOf(source)->name()), position});
 }
 
-TextLayer *LayerFactory::copyOf(const TextLayer &source) const
+CanvasLayerItem LayerFactory::replica(const CanvasLayerItem &source) const
 {
-    const QPointF position(
-        std::min(source.position().x() + duplicateOffset, m_canvasSize.width() - 1),
-        std::min(source.position().y() + duplicateOffset, m_canvasSize.height() - 1));
-    auto *copy =
-        new TextLayer(QUuid::createUuid(), duplicateName(source.name()), source.text(), position);
+    const Layer &original = *layerOf(source);
+    const CanvasLayerItem item =
+        copy(source, {original.id(), original.name(), original.position()});
+    layerOf(item)->setIsHidden(original.isHidden());
+    layerOf(item)->setIsLocked(original.isLocked());
+    setPresetGroupID(item, presetGroupID(source));
+    return item;
+}
+
+CanvasLayerItem LayerFactory::copy(const CanvasLayerItem &source, const Identity &identity) const
+{
+    return std::visit(
+        [&](const auto *layer) -> CanvasLayerItem { return copyOf(*layer, identity); }, source);
+}
+
+TextLayer *LayerFactory::copyOf(const TextLayer &source, const Identity &identity) const
+{
+    auto *copy = new TextLayer(identity.id, identity.name, source.text(), identity.position);
     copy->setFontSize(source.fontSize());
     copy->setFontFamily(source.fontFamily());
     copy->setFontWeight(source.fontWeight());
@@ -178,7 +199,7 @@ TextLayer *LayerFactory::copyOf(const TextLayer &source) const
     return copy;
 }
 
-ImageLayer *LayerFactory::copyOf(const ImageLayer &source) const
+ImageLayer *LayerFactory::copyOf(const ImageLayer &source, const Identity &identity) const
 {
     const ImageLayerOptions options{
         .opacity = source.opacity(),
@@ -190,17 +211,16 @@ ImageLayer *LayerFactory::copyOf(const ImageLayer &source) const
         .maskPadding = source.maskPadding(),
         .presetGroupID = {},
     };
-    auto *copy = new ImageLayer(
-        QUuid::createUuid(), duplicateName(source.name()), source.image(), source.sourceURL(),
-        nudgedPosition(source.position(), source.size()), source.size(), options);
+    auto *copy = new ImageLayer(identity.id, identity.name, source.image(), source.sourceURL(),
+                                identity.position, source.size(), options);
     copy->setLockedAspectRatio(source.lockedAspectRatio());
     return copy;
 }
 
-ShapeLayer *LayerFactory::copyOf(const ShapeLayer &source) const
+ShapeLayer *LayerFactory::copyOf(const ShapeLayer &source, const Identity &identity) const
 {
-    auto *copy = new ShapeLayer(QUuid::createUuid(), duplicateName(source.name()), source.kind(),
-                                nudgedPosition(source.position(), source.size()), source.size());
+    auto *copy =
+        new ShapeLayer(identity.id, identity.name, source.kind(), identity.position, source.size());
     copy->setColor(source.color());
     copy->setCornerRadius(source.cornerRadius());
     copy->setCustomPoints(source.customPoints());
@@ -210,12 +230,11 @@ ShapeLayer *LayerFactory::copyOf(const ShapeLayer &source) const
     return copy;
 }
 
-ScoreLayer *LayerFactory::copyOf(const ScoreLayer &source) const
+ScoreLayer *LayerFactory::copyOf(const ScoreLayer &source, const Identity &identity) const
 {
     auto *copy =
-        new ScoreLayer(QUuid::createUuid(), duplicateName(source.name()), source.scoreTemplate(),
-                       source.sportPreset(), nudgedPosition(source.position(), source.size()),
-                       source.size(), sanitized(source.cropRectNormalized()));
+        new ScoreLayer(identity.id, identity.name, source.scoreTemplate(), source.sportPreset(),
+                       identity.position, source.size(), sanitized(source.cropRectNormalized()));
     copy->setHomeTeam(source.homeTeam());
     copy->setAwayTeam(source.awayTeam());
     copy->setHomeScore(source.homeScore());
@@ -229,10 +248,10 @@ ScoreLayer *LayerFactory::copyOf(const ScoreLayer &source) const
     return copy;
 }
 
-WebLayer *LayerFactory::copyOf(const WebLayer &source) const
+WebLayer *LayerFactory::copyOf(const WebLayer &source, const Identity &identity) const
 {
-    auto *copy = new WebLayer(QUuid::createUuid(), duplicateName(source.name()), source.urlString(),
-                              nudgedPosition(source.position(), source.size()), source.size());
+    auto *copy = new WebLayer(identity.id, identity.name, source.urlString(), identity.position,
+                              source.size());
     copy->setOpacity(source.opacity());
     copy->setCornerRadius(source.cornerRadius());
     copy->setIsInteractive(source.isInteractive());
@@ -243,10 +262,9 @@ WebLayer *LayerFactory::copyOf(const WebLayer &source) const
     return copy;
 }
 
-Model3DLayer *LayerFactory::copyOf(const Model3DLayer &source) const
+Model3DLayer *LayerFactory::copyOf(const Model3DLayer &source, const Identity &identity) const
 {
-    auto *copy = new Model3DLayer(QUuid::createUuid(), duplicateName(source.name()),
-                                  nudgedPosition(source.position(), source.size()), source.size());
+    auto *copy = new Model3DLayer(identity.id, identity.name, identity.position, source.size());
     copy->setFileURL(source.fileURL());
     copy->setOpacity(source.opacity());
     copy->setCornerRadius(source.cornerRadius());
@@ -260,11 +278,11 @@ Model3DLayer *LayerFactory::copyOf(const Model3DLayer &source) const
     return copy;
 }
 
-WindowCaptureLayer *LayerFactory::copyOf(const WindowCaptureLayer &source) const
+WindowCaptureLayer *LayerFactory::copyOf(const WindowCaptureLayer &source,
+                                         const Identity &identity) const
 {
     auto *copy =
-        new WindowCaptureLayer(QUuid::createUuid(), duplicateName(source.name()),
-                               nudgedPosition(source.position(), source.size()), source.size());
+        new WindowCaptureLayer(identity.id, identity.name, identity.position, source.size());
     copy->setOpacity(source.opacity());
     copy->setCornerRadius(source.cornerRadius());
     copy->setIsAspectRatioLocked(source.isAspectRatioLocked());
@@ -277,11 +295,10 @@ WindowCaptureLayer *LayerFactory::copyOf(const WindowCaptureLayer &source) const
     return copy;
 }
 
-CountdownLayer *LayerFactory::copyOf(const CountdownLayer &source) const
+CountdownLayer *LayerFactory::copyOf(const CountdownLayer &source, const Identity &identity) const
 {
     auto *copy =
-        new CountdownLayer(m_clock, QUuid::createUuid(), duplicateName(source.name()),
-                           nudgedPosition(source.position(), source.size()), source.size());
+        new CountdownLayer(m_clock, identity.id, identity.name, identity.position, source.size());
     copy->setOpacity(source.opacity());
     copy->setCornerRadius(source.cornerRadius());
     copy->setIsAspectRatioLocked(source.isAspectRatioLocked());

@@ -30,22 +30,35 @@ public:
 
     /// A visible, unlocked copy under a new id, a little to the lower right, in no group.
     CanvasLayerItem duplicate(const CanvasLayerItem &source) const;
+    /// A copy that equals the source, its id and its group included; only a countdown stands still.
+    CanvasLayerItem replica(const CanvasLayerItem &source) const;
 
     /// Never enlarged, and never more than half of the canvas in either direction.
     QSizeF fittedImageSize(QSizeF image) const;
 
 private:
-    QPointF centred(QSizeF size) const;
-    QPointF nudgedPosition(QPointF position, QSizeF size) const;
+    /// In what a copy may differ from its source.
+    struct Identity
+    {
+        QUuid id;
+        QString name;
+        QPointF position;
+    };
 
-    TextLayer *copyOf(const TextLayer &source) const;
-    ImageLayer *copyOf(const ImageLayer &source) const;
-    ShapeLayer *copyOf(const ShapeLayer &source) const;
-    ScoreLayer *copyOf(const ScoreLayer &source) const;
-    WebLayer *copyOf(const WebLayer &source) const;
-    Model3DLayer *copyOf(const Model3DLayer &source) const;
-    WindowCaptureLayer *copyOf(const WindowCaptureLayer &source) const;
-    CountdownLayer *copyOf(const CountdownLayer &source) const;
+    QPointF centred(QSizeF size) const;
+    QPointF nudgedPosition(const TextLayer &text) const;
+    QPointF nudgedPosition(const SizedLayer &layer) const;
+
+    /// Visible, unlocked and in no group.
+    CanvasLayerItem copy(const CanvasLayerItem &source, const Identity &identity) const;
+    TextLayer *copyOf(const TextLayer &source, const Identity &identity) const;
+    ImageLayer *copyOf(const ImageLayer &source, const Identity &identity) const;
+    ShapeLayer *copyOf(const ShapeLayer &source, const Identity &identity) const;
+    ScoreLayer *copyOf(const ScoreLayer &source, const Identity &identity) const;
+    WebLayer *copyOf(const WebLayer &source, const Identity &identity) const;
+    Model3DLayer *copyOf(const Model3DLayer &source, const Identity &identity) const;
+    WindowCaptureLayer *copyOf(const WindowCaptureLayer &source, const Identity &identity) const;
+    CountdownLayer *copyOf(const CountdownLayer &source, const Identity &identity) const;
 
     Clock &m_clock;
     QSizeF m_canvasSize;

@@ -260,4 +260,9 @@ bool LayerTakes::isOnAir(const QUuid &id) const
     return item && !layerOf(*item)->isHidden() && effectiveVisibility(id, false) > leastVisibility;
 }
 
+bool LayerTakes::standsOnAir(const QUuid &id) const
+{
+    return isOnAir(id) && !isInTransition(id) && !isAutoOutPending(id);
+}
+
 } // namespace tessara

@@ -63,6 +63,8 @@ public:
     QSizeF effectiveTransitionOffset(const QUuid &id, bool isHidden) const;
     /// Not hidden, and more than a trace of it to be seen.
     bool isOnAir(const QUuid &id) const;
+    /// On air, with nothing under way that would change it.
+    bool standsOnAir(const QUuid &id) const;
 
 private:
     struct Transition

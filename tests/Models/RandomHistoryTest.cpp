@@ -14,7 +14,7 @@ using std::chrono::milliseconds;
 class RandomHistoryTest : public DocumentFixture, public testing::WithParamInterface<quint32>
 {
 protected:
-    /// What history watches of each layer, by id.
+    /// What history watches of each layer and what else belongs to it, by id.
     using Observed = QMap<QUuid, QMap<QString, QString>>;
 
     void SetUp() override
@@ -41,8 +41,21 @@ protected:
             QMap<QString, QString> &values = all[layerOf(item)->id()];
             for (const LayerPropertyRow &row : layerPropertyRows(item))
                 values.insert(row.key, row.encode(*layerOf(item)));
+            const QUuid group = presetGroupID(item).value_or(QUuid());
+            values.insert(QStringLiteral("group"), document.presetGroupNames().value(group));
+            values.insert(QStringLiteral("locked"), QVariant(layerOf(item)->isLocked()).toString());
         }
         return all;
+    }
+
+    QSet<QUuid> layersOffAir() const
+    {
+        QSet<QUuid> ids;
+        for (const QUuid &id : document.layerOrder()) {
+            if (!document.takes().isOnAir(id))
+                ids.insert(id);
+        }
+        return ids;
     }
 
     void addAnyLayer()
@@ -179,10 +192,12 @@ protected:
         clock.advance(milliseconds{below(700)});
     }
 
-    /// Back to the oldest entry and forward again: nothing has changed, and no echo has come.
+    /// Back to the oldest entry and forward again: nothing has changed, no echo has come, and
+    /// nothing has come on air.
     void undoAllAndRedo()
     {
-        settle();
+        clock.advance(std::chrono::seconds{10}); // the longest take
+        const QSet<QUuid> offAir = layersOffAir();
         const Observed before = observed();
         const QList<QUuid> order = document.layerOrder();
         const int cursor = undo().cursor();
@@ -200,6 +215,7 @@ protected:
         ASSERT_EQ(undo().count(), count);
         ASSERT_EQ(document.layerOrder(), order);
         ASSERT_EQ(observed(), before);
+        ASSERT_TRUE(layersOffAir().contains(offAir));
     }
 
     UndoStack &undo() { return history.undoStack(); }

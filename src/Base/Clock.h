@@ -55,6 +55,9 @@ public:
     }
     ~Alarm() { cancel(); }
 
+    /// Higher than that of every alarm that was set before.
+    quint64 serial() const { return m_key.second; }
+
     void cancel()
     {
         if (const auto queue = m_queue.lock())

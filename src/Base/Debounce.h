@@ -40,14 +40,28 @@ public:
     {
         if (value == m_latest)
             return;
-        Value before = std::exchange(m_latest, std::move(value));
-        if (m_isFirst || !std::exchange(m_isWaiting, false))
-            return;
-        m_alarm.cancel();
-        deliver(std::move(before));
+        passNow(std::exchange(m_latest, std::move(value)));
     }
 
+    /// A number, higher than that of every earlier change, while a change waits for its quiet time.
+    std::optional<quint64> waiting() const
+    {
+        return !m_isFirst && m_isWaiting ? std::optional(m_alarm.serial()) : std::nullopt;
+    }
+
+    /// Delivers a change that waits without waiting any longer.
+    void passNow() { passNow(m_latest); }
+
 private:
+    void passNow(const Value &value)
+    {
+        if (!waiting())
+            return;
+        m_isWaiting = false;
+        m_alarm.cancel();
+        deliver(value);
+    }
+
     void wait()
     {
         m_isWaiting = true;

@@ -60,6 +60,21 @@ void DocumentHistory::propertyChanged(const QUuid &id, const LayerPropertyRow &r
         [=, this] { applyProperty(id, key, value); });
 }
 
+void DocumentHistory::commitWaitingEdits()
+{
+    for (;;) {
+        std::shared_ptr<LayerWatch> oldest;
+        for (const std::shared_ptr<LayerWatch> &watch : std::as_const(m_undoObservers)) {
+            const std::optional<quint64> waiting = watch->oldestWaiting();
+            if (waiting && (!oldest || *waiting < *oldest->oldestWaiting()))
+                oldest = watch;
+        }
+        if (!oldest)
+            return;
+        oldest->tellOldest();
+    }
+}
+
 void DocumentHistory::applyProperty(const QUuid &id, const QString &key, const QString &value)
 {
     quietly([&] { m_document.applyLayerPropertyMacro(id, key, value); });

@@ -53,6 +53,8 @@ private:
     };
 
     void propertyChanged(const QUuid &id, const LayerPropertyRow &row, const QString &value);
+    /// Edits that are still in their quiet time become entries, in the order of their writing.
+    void commitWaitingEdits();
     void applyProperty(const QUuid &id, const QString &key, const QString &value);
     void takeAway(const QUuid &id, AddedLayer &added);
     void bringBack(AddedLayer &added);
@@ -65,7 +67,7 @@ private:
     CanvasDocument &m_document;
     Clock &m_clock;
     std::function<bool()> m_isMacroRunning;
-    UndoStack m_undoStack;
+    UndoStack m_undoStack{[this] { commitWaitingEdits(); }};
     bool m_suppressUndoPush = false;
     QHash<QUuid, QMap<QString, QString>> m_undoCommittedProps;
     QHash<QUuid, std::shared_ptr<LayerWatch>> m_undoObservers;

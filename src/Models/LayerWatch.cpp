@@ -3,6 +3,8 @@
 #include <QMetaMethod>
 #include <QMetaProperty>
 
+#include <algorithm>
+
 namespace tessara {
 
 LayerWatch::LayerWatch(Clock &clock, const CanvasLayerItem &item,
@@ -30,6 +32,24 @@ void LayerWatch::read()
         const QVariant value = m_rows[index].value(m_layer);
         isOperatorWriting ? m_values[index].push(value) : m_values[index].passOver(value);
     }
+}
+
+std::optional<quint64> LayerWatch::oldestWaiting() const
+{
+    std::optional<quint64> oldest;
+    for (const Debounce<QVariant> &value : m_values) {
+        if (const std::optional<quint64> waiting = value.waiting())
+            oldest = std::min(oldest.value_or(*waiting), *waiting);
+    }
+    return oldest;
+}
+
+void LayerWatch::tellOldest()
+{
+    const std::optional<quint64> oldest = oldestWaiting();
+    const auto found = std::ranges::find(m_values, oldest, &Debounce<QVariant>::waiting);
+    if (oldest && found != m_values.end())
+        found->passNow();
 }
 
 } // namespace tessara

@@ -29,6 +29,11 @@ public:
     LayerWatch(Clock &clock, const CanvasLayerItem &item, std::function<bool()> isOperatorWriting,
                const Deliver &deliver);
 
+    /// The number of the change that has waited longest, lower than that of any later change.
+    std::optional<quint64> oldestWaiting() const;
+    /// Tells of that change without waiting for its quiet time.
+    void tellOldest();
+
 private:
     Q_SLOT void read();
 

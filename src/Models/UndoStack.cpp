@@ -16,6 +16,7 @@ void UndoStack::push(const QString &name, Action undo, Action redo)
 
 void UndoStack::undo()
 {
+    m_pushWaiting();
     if (!canUndo())
         return;
     const Action action = m_entries[m_cursor].undo; // whose own copy outlives the entry
@@ -26,6 +27,7 @@ void UndoStack::undo()
 
 void UndoStack::redo()
 {
+    m_pushWaiting();
     if (!canRedo())
         return;
     ++m_cursor;

@@ -31,6 +31,13 @@ public:
 
     using Action = std::function<void()>;
 
+    /// `pushWaiting` runs before each undo and redo: it pushes what has happened and has no entry
+    /// yet.
+    explicit UndoStack(Action pushWaiting = [] {})
+        : m_pushWaiting(std::move(pushWaiting))
+    {
+    }
+
     bool canUndo() const { return m_cursor >= 0; }
     bool canRedo() const { return m_cursor + 1 < count(); }
     QString undoLabel() const { return canUndo() ? m_entries[m_cursor].name : QString(); }
@@ -56,6 +63,7 @@ private:
         Action redo;
     };
 
+    Action m_pushWaiting;
     QList<Entry> m_entries;
     int m_cursor = -1;
 };

@@ -130,5 +130,37 @@ TEST_F(DebounceTest, AValueThatIsPassedOverLeavesTheFirstQuietTimeAsItIs)
     EXPECT_EQ(delivered, (std::vector{4}));
 }
 
+TEST_F(DebounceTest, AChangeThatWaitsCanPassAtOnce)
+{
+    watched.push(2);
+    EXPECT_FALSE(watched.waiting().has_value()); // it will be taken for the start
+    watched.passNow();
+    settle();
+    EXPECT_TRUE(delivered.empty());
+
+    watched.push(3);
+    EXPECT_TRUE(watched.waiting().has_value());
+    watched.passNow();
+    EXPECT_EQ(delivered, (std::vector{3}));
+    EXPECT_FALSE(watched.waiting().has_value());
+    watched.passNow();
+    settle();
+
+    EXPECT_EQ(delivered, (std::vector{3})); // once
+}
+
+TEST_F(DebounceTest, TheLaterOfTwoChangesWaitsUnderTheHigherNumber)
+{
+    Debounce<int> other(clock, Seconds{0.1}, 1, [](int) {});
+    settle();
+    other.push(2);
+    watched.push(2);
+    EXPECT_LT(*other.waiting(), *watched.waiting());
+
+    other.push(3);
+
+    EXPECT_GT(*other.waiting(), *watched.waiting());
+}
+
 } // namespace
 } // namespace tessara

@@ -132,5 +132,76 @@ TEST_F(HistoryOfWritersTest, AnEditDuringAMacroIsNoHistory)
     EXPECT_EQ(undo().count(), before);
 }
 
+// What is still in its quiet time
+
+TEST_F(HistoryOfWritersTest, AnUndoTakesTheEditThatIsStillInItsQuietTime)
+{
+    TextLayer *text = addTitle();
+    text->setFontSize(40);
+    settle();
+    const int before = undo().count();
+
+    text->setText(QStringLiteral("Typed"));
+    undo().undo();
+
+    EXPECT_EQ(text->text(), QStringLiteral("Text 1"));
+    EXPECT_EQ(text->fontSize(), 40);
+    EXPECT_EQ(undo().count(), before + 1);
+    settle();
+    EXPECT_EQ(undo().count(), before + 1); // and it does not come once more
+    undo().redo();
+    EXPECT_EQ(text->text(), QStringLiteral("Typed"));
+}
+
+TEST_F(HistoryOfWritersTest, EditsInTheirQuietTimeAreUndoneFromTheLatestOn)
+{
+    TextLayer *one = addTitle();
+    TextLayer *two = addTitle();
+    two->setText(QStringLiteral("First"));
+    one->setFontSize(40);
+    one->setText(QStringLiteral("Third"));
+    two->setName(QStringLiteral("Last"));
+
+    QStringList labels;
+    for (int step = 0; step < 4; ++step) {
+        undo().undo();
+        labels.append(undo().redoLabel());
+    }
+
+    EXPECT_EQ(labels, (QStringList{QStringLiteral("Rename Layer"), QStringLiteral("Edit Text"),
+                                   QStringLiteral("Change Font Size"),
+                                   QStringLiteral("Edit Text")}));
+    EXPECT_EQ(one->text(), QStringLiteral("Text 1"));
+    EXPECT_EQ(two->text(), QStringLiteral("Text 2"));
+}
+
+TEST_F(HistoryOfWritersTest, AnEditInItsQuietTimeEndsTheRedoSideBeforeARedo)
+{
+    TextLayer *text = addTitle();
+    text->setFontSize(40);
+    settle();
+    undo().undo();
+
+    text->setText(QStringLiteral("Typed"));
+    undo().redo();
+
+    EXPECT_EQ(text->text(), QStringLiteral("Typed"));
+    EXPECT_EQ(text->fontSize(), 98);
+    EXPECT_EQ(undo().undoLabel(), QStringLiteral("Edit Text"));
+    EXPECT_FALSE(undo().canRedo());
+}
+
+TEST_F(HistoryOfWritersTest, AnUndoRightAfterALayersCreationTakesTheLayerWithWhatWasTyped)
+{
+    TextLayer *text = document.addTextLayer();
+    text->setText(QStringLiteral("At once"));
+
+    undo().undo();
+    EXPECT_TRUE(document.layerOrder().isEmpty());
+    undo().redo();
+
+    EXPECT_EQ(title()->text(), QStringLiteral("At once"));
+}
+
 } // namespace
 } // namespace tessara

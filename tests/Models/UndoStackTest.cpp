@@ -92,5 +92,25 @@ TEST_F(UndoStackTest, ANewEditEndsTheRedoSide)
     EXPECT_EQ(stack.undoLabel(), QStringLiteral("Edit 2"));
 }
 
+TEST_F(UndoStackTest, WhatWaitsForItsEntryIsPushedBeforeAStep)
+{
+    QStringList done;
+    bool isWaiting = true;
+    UndoStack waiting([&] {
+        if (std::exchange(isWaiting, false))
+            waiting.push(
+                QStringLiteral("Late"), [&] { done << QStringLiteral("undone"); },
+                [&] { done << QStringLiteral("redone"); });
+    });
+
+    waiting.undo();
+    EXPECT_EQ(done, QStringList{QStringLiteral("undone")});
+    isWaiting = true;
+    waiting.redo();
+
+    EXPECT_EQ(done, QStringList{QStringLiteral("undone")}); // the redo side has ended
+    EXPECT_FALSE(waiting.canRedo());
+}
+
 } // namespace
 } // namespace tessara

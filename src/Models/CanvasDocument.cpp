@@ -5,6 +5,7 @@
 #include <QMetaMethod>
 #include <QMetaProperty>
 #include <QPolygonF>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -327,9 +328,12 @@ void CanvasDocument::commitCustomShapeDraw(const QList<QPointF> &canvasPoints)
 
 void CanvasDocument::setRealtimeTimerText(const QString &text)
 {
+    const QScopedValueRollback writing(m_isClockWriting, true);
     for (TextLayer *layer : layersOf<TextLayer>()) {
-        if (layer->fieldKind() == TemplateFieldKind::timer)
-            layer->setText(text);
+        if (layer->fieldKind() != TemplateFieldKind::timer || layer->text() == text)
+            continue;
+        layer->setText(text);
+        tellHooks(&DocumentHooks::clockWritten, *layer);
     }
 }
 

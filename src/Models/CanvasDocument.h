@@ -115,6 +115,8 @@ public:
     Q_INVOKABLE void commitCustomShapeDraw(const QList<QPointF> &canvasPoints);
     /// Writes the text of every realtime clock that shows another one.
     Q_INVOKABLE void setRealtimeTimerText(const QString &text);
+    /// What is written now is the time, and nothing that the operator did.
+    bool isClockWriting() const { return m_isClockWriting; }
 
     // Selection
     const QSet<QUuid> &selectedLayerIDs() const { return m_selectedLayerIDs; }
@@ -302,6 +304,7 @@ private:
     QSet<QUuid> m_selectedLayerIDs;
     QMap<QUuid, bool> m_cueTargets;
     QMap<QUuid, QString> m_presetGroupNames;
+    bool m_isClockWriting = false;
     PresetPictures m_presetPictures;
     PresetGroupTakes m_groupTakes{*this};
     LayerTakes m_takes; // last: its tasks end before what they write

@@ -37,7 +37,7 @@ void DocumentHistory::startUndoObserving(const CanvasLayerItem &item)
     for (const LayerPropertyRow &row : layerPropertyRows(item))
         committed.insert(row.key, row.encode(*layerOf(item)));
     m_undoObservers[id] = std::make_shared<LayerWatch>(
-        m_clock, item, [this] { return !m_isMacroRunning(); },
+        m_clock, item, [this] { return !m_isMacroRunning() && !m_document.isClockWriting(); },
         [this, id](const LayerPropertyRow &row, const QString &value) {
             propertyChanged(id, row, value);
         });
@@ -81,6 +81,14 @@ void DocumentHistory::applyProperty(const QUuid &id, const QString &key, const Q
     if (const auto committed = m_undoCommittedProps.find(id);
         committed != m_undoCommittedProps.end())
         committed->insert(key, value);
+}
+
+// No entry, but what the next edit by hand is compared with.
+void DocumentHistory::clockWritten(const TextLayer &layer)
+{
+    if (const auto committed = m_undoCommittedProps.find(layer.id());
+        committed != m_undoCommittedProps.end())
+        committed->insert(QStringLiteral("text"), layer.text());
 }
 
 // Layers that come and go

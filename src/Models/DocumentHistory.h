@@ -35,6 +35,7 @@ public:
     void layerWillBeRemoved(const CanvasLayerItem &item, qsizetype orderIndex) override;
     void layerRemoved(const QUuid &id) override;
     void layerRenamed(const QUuid &id, const QString &from, const QString &to) override;
+    void clockWritten(const TextLayer &layer) override;
     void layersReordered(const QList<QUuid> &from, const QList<QUuid> &to) override;
 
 private:

@@ -29,6 +29,8 @@ public:
                               const QString & /*to*/)
     {
     }
+    /// The layer shows another time of day.
+    virtual void clockWritten(const TextLayer &) {}
     virtual void layersReordered(const QList<QUuid> & /*from*/, const QList<QUuid> & /*to*/) {}
 };
 

@@ -110,6 +110,24 @@ TEST_F(RealtimeClockTest, ATextWrittenByHandLastsUntilTheNextFiring)
     EXPECT_EQ(layer->text(), formatted({20, 29, 59}));
 }
 
+TEST_F(RealtimeClockTest, ItsTicksLeaveTheHistoryAlone)
+{
+    UndoStack &undo = *app.undoStack();
+    TextLayer *title = document().addTextLayer();
+    app.addTimerLayer();
+    clock.advance(Seconds{1});
+    title->setText("headline");
+    clock.advance(Seconds{1});
+    undo.undo();
+    const int entries = undo.count();
+
+    clock.advance(Seconds{100});
+
+    EXPECT_EQ(undo.count(), entries);
+    undo.redo();
+    EXPECT_EQ(title->text(), "headline");
+}
+
 TEST_F(RealtimeClockTest, OtherTextLayersAreLeftAlone)
 {
     TextLayer *other = document().addTextLayer();

@@ -132,6 +132,46 @@ TEST_F(HistoryOfWritersTest, AnEditDuringAMacroIsNoHistory)
     EXPECT_EQ(undo().count(), before);
 }
 
+// The clock
+
+TEST_F(HistoryOfWritersTest, TheClockNeitherEvictsAnEntryNorEndsTheRedoSide)
+{
+    TextLayer *headline = addTitle();
+    addTitle()->setFieldKind(TemplateFieldKind::timer);
+    headline->setText(QStringLiteral("By hand"));
+    settle();
+    undo().undo();
+    const int before = undo().count();
+
+    for (int second = 0; second < 100; ++second) {
+        document.setRealtimeTimerText(QStringLiteral("20:30:%1").arg(second));
+        clock.advance(seconds{1});
+    }
+
+    EXPECT_EQ(undo().count(), before);
+    undo().redo();
+    EXPECT_EQ(headline->text(), QStringLiteral("By hand"));
+}
+
+TEST_F(HistoryOfWritersTest, AnEditOfAClockIsComparedWithTheTimeThatItShowed)
+{
+    TextLayer *time = addTitle();
+    time->setFieldKind(TemplateFieldKind::timer);
+    document.setRealtimeTimerText(QStringLiteral("20:30:00"));
+    clock.advance(seconds{1});
+    document.setRealtimeTimerText(QStringLiteral("20:30:01"));
+    const int before = undo().count();
+
+    time->setText(QStringLiteral("By hand"));
+    clock.advance(milliseconds{100});
+    document.setRealtimeTimerText(QStringLiteral("20:30:02"));
+    settle();
+
+    ASSERT_EQ(undo().count(), before + 1);
+    undo().undo();
+    EXPECT_EQ(time->text(), QStringLiteral("20:30:01"));
+}
+
 // What is still in its quiet time
 
 TEST_F(HistoryOfWritersTest, AnUndoTakesTheEditThatIsStillInItsQuietTime)

@@ -59,6 +59,9 @@ void CanvasDocument::forwardOwnNotices()
           &CanvasDocument::cueTargetsChanged, &CanvasDocument::layerRunSettingsChanged,
           &CanvasDocument::layerVisibilityChanged, &CanvasDocument::presetGroupsChanged})
         connect(this, notice, this, &CanvasDocument::changed);
+    for (const auto notice :
+         {&CanvasDocument::selectedLayerIDsChanged, &CanvasDocument::presetGroupsChanged})
+        connect(this, notice, this, &CanvasDocument::selectedGroupChanged);
 }
 
 void CanvasDocument::setSize(QSizeF size)

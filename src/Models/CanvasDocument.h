@@ -38,8 +38,8 @@ class CanvasDocument : public QObject
     Q_PROPERTY(std::optional<QUuid> selectedLayerID READ selectedLayerID NOTIFY
                    selectedLayerIDsChanged FINAL)
     Q_PROPERTY(std::optional<QUuid> selectedPresetGroupID READ selectedPresetGroupID NOTIFY
-                   selectedLayerIDsChanged FINAL)
-    Q_PROPERTY(bool canGroupSelection READ canGroupSelection NOTIFY selectedLayerIDsChanged FINAL)
+                   selectedGroupChanged FINAL)
+    Q_PROPERTY(bool canGroupSelection READ canGroupSelection NOTIFY selectedGroupChanged FINAL)
     /// The canvas is collecting points for a free shape.
     TESSARA_OBSERVABLE(bool, isDrawingCustomShape, setIsDrawingCustomShape, false)
     /// What the next take will do to the cued layers: true puts one on air.
@@ -239,6 +239,8 @@ signals:
     void layerChanged(const QUuid &id);
     void layerOrderChanged();
     void selectedLayerIDsChanged();
+    /// The selection has changed, or the groups that its layers may belong to.
+    void selectedGroupChanged();
     void cueTargetsChanged();
     void layerRunSettingsChanged();
     void layerVisibilityChanged();

@@ -1,5 +1,6 @@
 #include "DocumentFixture.h"
 
+#include <QMetaProperty>
 #include <QSignalSpy>
 
 namespace tessara {
@@ -77,6 +78,29 @@ TEST_F(CanvasGroupTest, ASelectionIsAGroupWhenAllOfItIs)
     EXPECT_FALSE(document.canGroupSelection());
     document.setSelectedLayerIDs({other});
     EXPECT_FALSE(document.canGroupSelection());
+}
+
+TEST_F(CanvasGroupTest, WhatCanBeGroupedIsToldWithEveryChangeOfAGroup)
+{
+    const auto noticeOf = [&](const char *property) {
+        const QMetaObject *kind = document.metaObject();
+        return kind->property(kind->indexOfProperty(property)).notifySignal();
+    };
+    document.setSelectedLayerIDs({text, shape});
+    QSignalSpy grouping(&document, noticeOf("canGroupSelection"));
+    QSignalSpy selection(&document, noticeOf("selectedPresetGroupID"));
+    const auto isTold = [&](const std::function<void()> &change) {
+        grouping.clear();
+        selection.clear();
+        change();
+        return grouping.count() > 0 && selection.count() > 0;
+    };
+
+    EXPECT_TRUE(isTold([&] { document.groupLayers({text, shape}, {}); })); // and selected already
+    EXPECT_TRUE(isTold([&] { document.ungroupPreset(*document.presetGroupID(text)); }));
+    EXPECT_TRUE(isTold([&] { document.groupLayers({text}, {}); }));
+    EXPECT_TRUE(isTold([&] { document.removePresetGroup(*document.presetGroupID(text)); }));
+    EXPECT_FALSE(isTold([&] { document.layer(shape)->setName(QStringLiteral("Star")); }));
 }
 
 TEST_F(CanvasGroupTest, RemovingAGroupRemovesItsLayersAndItsName)

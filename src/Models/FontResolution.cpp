@@ -42,12 +42,60 @@ SizedFont makeFont(const QStringList &families, double size, QFont::Weight weigh
     return {face, drawn / whole};
 }
 
-/// Whether a family is there, from memory: the platform goes through all of its rules for each
+/// One face of a family, by its style's name.
+struct FontFace
+{
+    QString style;
+    QFont::Weight weight = QFont::Normal; // for what the fallbacks have to draw
+    bool isItalic = false;
+};
+
+struct InstalledFont
+{
+    QString family;
+    std::optional<FontFace> face; // none: any of the family
+};
+
+bool isSameName(const QString &left, const QString &right)
+{
+    return left.compare(right, Qt::CaseInsensitive) == 0;
+}
+
+QString withoutBlanks(QString name)
+{
+    return name.remove(QLatin1Char(' '));
+}
+
+/// The face of that full name ("Inter Semi Bold Italic") or PostScript name
+/// ("Inter-SemiBoldItalic"); the PostScript name of a regular face may be the family's alone.
+std::optional<InstalledFont> faceNamed(const QString &name)
+{
+    for (const QString &family : QFontDatabase::families()) {
+        const QString squeezed = withoutBlanks(family);
+        if (isSameName(name, squeezed))
+            return InstalledFont{family, {}};
+        if (!name.startsWith(family, Qt::CaseInsensitive)
+            && !name.startsWith(squeezed, Qt::CaseInsensitive))
+            continue;
+        for (const QString &style : QFontDatabase::styles(family)) {
+            if (isSameName(name, family + QLatin1Char(' ') + style)
+                || isSameName(name, squeezed + QLatin1Char('-') + withoutBlanks(style)))
+                return InstalledFont{
+                    family, FontFace{style, QFont::Weight(QFontDatabase::weight(family, style)),
+                                     QFontDatabase::italic(family, style)}};
+        }
+    }
+    return std::nullopt;
+}
+
+/// What there is of a name, from memory: the platform goes through all of its rules for each
 /// answer. Fonts that come later are noticed.
-class InstalledFamilies
+class InstalledFonts
 {
 public:
-    InstalledFamilies()
+    using Answer = std::optional<InstalledFont>;
+
+    InstalledFonts()
     {
         QObject::connect(qGuiApp, &QGuiApplication::fontDatabaseChanged, qGuiApp, [this] {
             const QMutexLocker lock(&m_mutex);
@@ -56,22 +104,23 @@ public:
         });
     }
 
-    bool contains(const QString &family)
+    Answer find(const QString &name)
     {
         int changes = 0;
         {
             const QMutexLocker lock(&m_mutex);
-            const auto known = m_answers.constFind(family);
+            const auto known = m_answers.constFind(name);
             if (known != m_answers.constEnd())
                 return *known;
             changes = m_changes;
         }
-        const bool answer = QFontDatabase::hasFamily(family);
+        const Answer answer =
+            QFontDatabase::hasFamily(name) ? InstalledFont{name, {}} : faceNamed(name);
         const QMutexLocker lock(&m_mutex);
         if (m_answers.size() >= mostAnswers)
             m_answers.clear();
         if (changes == m_changes)
-            m_answers.insert(family, answer);
+            m_answers.insert(name, answer);
         return answer;
     }
 
@@ -79,25 +128,17 @@ private:
     static constexpr qsizetype mostAnswers = 1000; // to names, as somebody types them
 
     QMutex m_mutex; // previews are drawn on a thread of their own
-    QHash<QString, bool> m_answers;
+    QHash<QString, Answer> m_answers;
     int m_changes = 0;
 };
 
-bool isInstalled(const QString &family)
+std::optional<InstalledFont> installedFont(const QString &name)
 {
-    static InstalledFamilies families;
-    return families.contains(family);
-}
-
-std::optional<QString> installedFamily(const QString &family)
-{
-    if (isInstalled(family))
-        return family;
-    const QString metricDouble = QStringLiteral("Liberation Sans");
-    if (family.compare(QStringLiteral("Arial"), Qt::CaseInsensitive) == 0
-        && isInstalled(metricDouble))
-        return metricDouble;
-    return std::nullopt;
+    static InstalledFonts fonts;
+    const std::optional<InstalledFont> found = fonts.find(name);
+    if (!found && isSameName(name, QStringLiteral("Arial")))
+        return fonts.find(QStringLiteral("Liberation Sans")); // of the same metrics
+    return found;
 }
 
 } // namespace
@@ -116,10 +157,16 @@ SizedFont monospacedDigitSystemFont(double size, QFont::Weight weight)
 
 std::optional<SizedFont> familyFont(const QString &family, double size, QFont::Weight weight)
 {
-    const std::optional<QString> installed = installedFamily(family);
+    const std::optional<InstalledFont> installed = installedFont(family);
     if (!installed)
         return std::nullopt;
-    return makeFont({*installed}, size, weight >= QFont::Bold ? QFont::Bold : QFont::Normal);
+    if (!installed->face)
+        return makeFont({installed->family}, size,
+                        weight >= QFont::Bold ? QFont::Bold : QFont::Normal);
+    SizedFont font = makeFont({installed->family}, size, installed->face->weight);
+    font.face.setItalic(installed->face->isItalic);
+    font.face.setStyleName(installed->face->style);
+    return font;
 }
 
 } // namespace tessara

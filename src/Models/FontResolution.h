@@ -23,7 +23,8 @@ SizedFont systemFont(double size, QFont::Weight weight);
 /// The system face with digits of one width, so that a running time does not dance.
 SizedFont monospacedDigitSystemFont(double size, QFont::Weight weight);
 
-/// The face of a family: bold from `QFont::Bold` up, else regular. Nothing for a family that is not
+/// The face of a family: bold from `QFont::Bold` up, else regular. A name that is no family may be
+/// a face's own, full or PostScript, and then is that face at any weight. Nothing for what is not
 /// installed. Arial is found in any spelling, and by its metric double where it is missing.
 std::optional<SizedFont> familyFont(const QString &family, double size, QFont::Weight weight);
 

@@ -1,6 +1,9 @@
 #include "Models/TextLayer.h"
 
 #include <QFontDatabase>
+#include <QGlyphRun>
+#include <QRawFont>
+#include <QTextLayout>
 
 #include <gtest/gtest.h>
 
@@ -18,6 +21,22 @@ protected:
 
     QString family() { return font().family(); }
     QFont font() { return layer.resolvedFont(40, QFont::DemiBold).face; }
+
+    /// The family and the style in which a letter is really drawn.
+    std::string drawnFace()
+    {
+        QTextLayout layout(QStringLiteral("A"), font());
+        layout.beginLayout();
+        layout.createLine();
+        layout.endLayout();
+        const QRawFont face = layout.glyphRuns().first().rawFont();
+        return (face.familyName() + QStringLiteral(", ") + face.styleName()).toStdString();
+    }
+    std::string faceOf(const char *name)
+    {
+        layer.setFontFamily(QLatin1String(name));
+        return drawnFace();
+    }
 
     TextLayer layer{QUuid::createUuid(), QStringLiteral("Title"), QStringLiteral("Title")};
 };
@@ -74,6 +93,53 @@ TEST_F(FontResolutionTest, BelowBoldAFamilyComesInItsRegularFace)
     EXPECT_EQ(font().weight(), QFont::Normal);
     layer.setFontWeight(700);
     EXPECT_EQ(font().weight(), QFont::Bold);
+}
+
+TEST_F(FontResolutionTest, AFaceIsFoundByItsFullName)
+{
+    EXPECT_EQ(faceOf("DejaVu Sans Bold Oblique"), "DejaVu Sans, Bold Oblique");
+    EXPECT_EQ(faceOf("Liberation Sans Bold Italic"), "Liberation Sans, Bold Italic");
+    EXPECT_EQ(faceOf("Inter Display Semi Bold Italic"), "Inter Display, Semi Bold Italic");
+    EXPECT_EQ(faceOf("inter semi bold italic"), "Inter, Semi Bold Italic");
+}
+
+TEST_F(FontResolutionTest, AFaceIsFoundByItsPostScriptName)
+{
+    EXPECT_EQ(faceOf("Inter-SemiBold"), "Inter, Semi Bold");
+    EXPECT_EQ(faceOf("InterDisplay-ExtraBoldItalic"), "Inter Display, Extra Bold Italic");
+    EXPECT_EQ(faceOf("DejaVuSansCondensed-Bold"), "DejaVu Sans Condensed, Condensed Bold");
+    EXPECT_EQ(faceOf("LiberationSansNarrow-Italic"), "Liberation Sans Narrow, Italic");
+    EXPECT_EQ(faceOf("DejaVuSans"), "DejaVu Sans, Book");
+    EXPECT_EQ(faceOf("LiberationSans"), "Liberation Sans, Regular");
+}
+
+TEST_F(FontResolutionTest, AFaceByItsNameIsThatFaceWhateverTheWeight)
+{
+    layer.setFontFamily(QStringLiteral("Inter-SemiBold"));
+    for (const double weight : {100.0, 400.0, 700.0, 900.0}) {
+        layer.setFontWeight(weight);
+        EXPECT_EQ(drawnFace(), "Inter, Semi Bold") << weight;
+        EXPECT_EQ(font().weight(), QFont::DemiBold) << weight;
+    }
+}
+
+TEST_F(FontResolutionTest, AFamilyWithAStyleThatItHasNotIsTheSystemsFace)
+{
+    for (const char *name : {"Inter Ultra Wide", "Inter-", "Inter-Bold-Bold", "-Bold", "Bold"}) {
+        layer.setFontFamily(QLatin1String(name));
+        EXPECT_EQ(font(), systemFont(40, QFont::DemiBold).face) << name;
+    }
+}
+
+TEST_F(FontResolutionTest, AFamilyComesBeforeAFaceOfThatName)
+{
+    ASSERT_TRUE(QFontDatabase::hasFamily(QStringLiteral("Inter Semi Bold")));
+    layer.setFontFamily(QStringLiteral("Inter Semi Bold"));
+
+    layer.setFontWeight(400);
+
+    EXPECT_EQ(family(), QStringLiteral("Inter Semi Bold"));
+    EXPECT_EQ(font().styleName(), QString());
 }
 
 TEST_F(FontResolutionTest, AFractionOfASizeIsDrawnFromTheNextWholeOne)

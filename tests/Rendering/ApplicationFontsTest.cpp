@@ -9,10 +9,14 @@
 namespace tessara {
 namespace {
 
-TEST(ApplicationFontsTest, AFamilyIsFoundFromWhenItIsLoadedUntilItGoes)
+TEST(ApplicationFontsTest, AFamilyAndItsFacesAreFoundFromWhenTheyAreLoadedUntilTheyGo)
 {
-    const auto isFound = [] {
-        return familyFont(QStringLiteral("Inter Tabular"), 40, QFont::Normal).has_value();
+    const auto isThere = [](const char *name) {
+        return familyFont(QLatin1String(name), 40, QFont::Normal).has_value();
+    };
+    const auto isFound = [&] {
+        EXPECT_EQ(isThere("InterTabular-SemiBold"), isThere("Inter Tabular"));
+        return isThere("Inter Tabular");
     };
     loadApplicationFonts();
     EXPECT_TRUE(isFound());

@@ -128,6 +128,23 @@ TEST_F(RealtimeClockTest, ItsTicksLeaveTheHistoryAlone)
     EXPECT_EQ(title->text(), "headline");
 }
 
+TEST_F(RealtimeClockTest, ItsTicksAreNoStepsOfAMacro)
+{
+    MacroManager &macros = *app.macros();
+    TextLayer *layer = app.addTimerLayer();
+    clock.advance(Seconds{1});
+    macros.clearLog();
+    macros.setIsRecording(true);
+
+    clock.advance(Seconds{10});
+    EXPECT_TRUE(macros.recordingSteps().isEmpty());
+    EXPECT_TRUE(macros.log().isEmpty());
+
+    layer->setText("by hand");
+    clock.advance(Seconds{2});
+    EXPECT_EQ(macros.recordingSteps().size(), 1);
+}
+
 TEST_F(RealtimeClockTest, OtherTextLayersAreLeftAlone)
 {
     TextLayer *other = document().addTextLayer();

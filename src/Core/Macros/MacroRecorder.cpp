@@ -22,7 +22,7 @@ void MacroRecorder::startMacroObserving(const CanvasLayerItem &item)
 {
     const Layer *layer = layerOf(item);
     m_macroPropObservers[layer->id()] = std::make_shared<LayerWatch>(
-        m_clock, item, [this] { return !m_macros.isRunning(); },
+        m_clock, item, [this] { return !m_macros.isRunning() && !m_document.isClockWriting(); },
         [this, layer](const LayerPropertyRow &row, const QString &value) {
             m_macros.record(SetLayerProperty{layer->id(), layer->name(), row.key, value});
         });

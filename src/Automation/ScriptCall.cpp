@@ -1,8 +1,9 @@
 #include "Automation/ScriptCall.h"
 
+#include "Base/WholeFile.h"
+
 #include <QMetaMethod>
 #include <QMetaProperty>
-#include <QSaveFile>
 
 #include <array>
 
@@ -75,10 +76,9 @@ ScriptResult invokeIntoFile(QObject *target, const QMetaMethod &method, const QJ
     if (!method.invoke(target, Qt::DirectConnection, slot) || !bytes)
         return tl::unexpected(
             QStringLiteral("'%1' gave nothing").arg(QLatin1String(method.name())));
-    QSaveFile file(path.toString());
-    if (!file.open(QIODevice::WriteOnly) || file.write(*bytes) != bytes->size() || !file.commit())
+    if (const auto written = writeFile(path.toString(), *bytes); !written)
         return tl::unexpected(
-            QStringLiteral("'%1' can't be written: %2").arg(path.toString(), file.errorString()));
+            QStringLiteral("'%1' can't be written: %2").arg(path.toString(), written.error()));
     return path;
 }
 

@@ -126,7 +126,7 @@ ScriptResult ScriptCard::save(int device, const QString &path) const
     const QByteArray bytes = isPicture
                                  ? inBackground<QByteArray>([picture] { return pngBytes(picture); })
                                  : frame->bytes;
-    return writeFile(path, bytes).map([] { return QJsonValue(); });
+    return writeFrame(path, bytes).map([] { return QJsonValue(); });
 }
 
 ScriptResult ScriptCard::fail(int device, const QString &call, int times) const

@@ -1,5 +1,6 @@
 #include "Automation/ScriptFrame.h"
 
+#include "Base/WholeFile.h"
 #include "DeckLink/DeckLinkFrameBuffer.h"
 #include "Models/CanvasDocument.h"
 #include "Rendering/RenderEngine.h"
@@ -7,7 +8,6 @@
 #include <QBuffer>
 #include <QElapsedTimer>
 #include <QJsonObject>
-#include <QSaveFile>
 
 namespace tessara {
 
@@ -40,20 +40,19 @@ QJsonObject measured(int width, int height, const QElapsedTimer &timer)
 
 } // namespace
 
-tl::expected<void, QString> writeFile(const QString &path, const QByteArray &bytes)
+tl::expected<void, QString> writeFrame(const QString &path, const QByteArray &bytes)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        return tl::unexpected(QStringLiteral("%1: %2").arg(path, file.errorString()));
-    return {};
+    if (bytes.isEmpty())
+        return tl::unexpected(QStringLiteral("%1: no picture could be made").arg(path));
+    return writeFile(path, bytes).map_error([&](const QString &reason) {
+        return QStringLiteral("%1: %2").arg(path, reason);
+    });
 }
 
 QByteArray pngBytes(const QImage &image)
 {
     QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return buffer.data();
+    return image.save(&buffer, "PNG") ? buffer.data() : QByteArray();
 }
 
 ScriptFrame::ScriptFrame(const CanvasDocument &document)
@@ -73,7 +72,7 @@ ScriptResult ScriptFrame::render(const QString &path, const std::optional<RGBACo
     if (!frame)
         return tl::unexpected(text(frame.error()));
     const QJsonObject result = measured(frame->width(), frame->height(), timer);
-    return writeFile(path, isPicture ? pngBytes(*frame) : rawBytes(*frame)).map([&] {
+    return writeFrame(path, isPicture ? pngBytes(*frame) : rawBytes(*frame)).map([&] {
         return QJsonValue(result);
     });
 }
@@ -97,7 +96,7 @@ ScriptResult ScriptFrame::make(const QString &kind, int width, int height, const
         return tl::unexpected(text(made.error()));
     const QJsonObject result = measured(made->width, made->height, timer);
     const QByteArray bytes(reinterpret_cast<const char *>(made->data.data()), made->data.size());
-    return writeFile(path, bytes).map([&] { return QJsonValue(result); });
+    return writeFrame(path, bytes).map([&] { return QJsonValue(result); });
 }
 
 } // namespace tessara

@@ -28,9 +28,9 @@ private:
     const CanvasDocument &m_document;
 };
 
-/// In one step, or not at all.
-tl::expected<void, QString> writeFile(const QString &path, const QByteArray &bytes);
-/// With straight alpha, as the format has it.
+/// In one step, or not at all; no bytes are no frame.
+tl::expected<void, QString> writeFrame(const QString &path, const QByteArray &bytes);
+/// With straight alpha, as the format has it; nothing when it can't be made.
 QByteArray pngBytes(const QImage &image);
 
 } // namespace tessara

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Refuses what the compiler lets through: an #include against the direction of the modules, and a
-co_await inside the parentheses of if, while or switch, which GCC 12 miscompiles.
+"""Refuses what the compiler lets through: an #include against the direction of the modules, a
+co_await inside the parentheses of if, while or switch, which GCC 12 miscompiles, and a file that is
+written elsewhere than in Base/WholeFile, where a full disk can't empty it.
 
 usage: rules.py SOURCE_FOLDER      checks every file below it
        rules.py --prove FOLDER     checks samples, and that each breaks the rules that its lines name
@@ -17,6 +18,11 @@ SEES["Rendering"] = {"Base", "Models", "Rendering"}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"](?:\.\./)*([A-Za-z]+)/')
 CONDITION = re.compile(r"\b(?:if\s*(?:constexpr)?|while|switch)\s*\(")
+WRITER = "Base/WholeFile.cpp"
+WRITES = re.compile(
+    r"\bQ(?:SaveFile|TemporaryFile|Settings|ImageWriter)\b|\b[io]?fstream\b|\bfopen\b|\bcreat\s*\("
+    r"|\b(?:QIODevice|QIODeviceBase|QFile|QFileDevice|QBuffer)::(?:WriteOnly|ReadWrite|Append)\b"
+    r"|(?<!shm_)\bopen(?:at)?\s*\([^;{]*\bO_(?:WRONLY|RDWR|CREAT|TRUNC|APPEND)\b")
 TEXTS_AND_COMMENTS = re.compile(
     r'//[^\n]*|/\*.*?\*/|R"([^(]*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])+\'', re.DOTALL)
 
@@ -35,8 +41,8 @@ def parenthesis_after(code, start):
     return code[start:]
 
 
-def breaches(module, code):
-    """Line number and reason of everything that a file of `module` must not hold."""
+def breaches(module, name, code):
+    """Line number and reason of everything that the file `name` of `module` must not hold."""
     for number, line in enumerate(code.splitlines(), 1):
         found = INCLUDE.match(line)
         if found and found.group(1) in MODULES and found.group(1) not in SEES[module]:
@@ -45,6 +51,9 @@ def breaches(module, code):
     for condition in CONDITION.finditer(bare):
         if re.search(r"\bco_await\b", parenthesis_after(bare, condition.end())):
             yield bare.count("\n", 0, condition.start()) + 1, "co_await inside a condition"
+    for write in WRITES.finditer(bare):
+        if f"{module}/{name}" != WRITER:
+            yield bare.count("\n", 0, write.start()) + 1, f"files are written in {WRITER} alone"
 
 
 def code_files(folder):
@@ -57,7 +66,7 @@ def check(source):
     for module in MODULES:
         for file in code_files(source / module):
             files += 1
-            for line, reason in breaches(module, file.read_text()):
+            for line, reason in breaches(module, file.name, file.read_text()):
                 print(f"{file}:{line}: {reason}")
                 failures += 1
     if files == 0:
@@ -73,7 +82,7 @@ def prove(samples):
         code = file.read_text()
         wanted = {number for number, line in enumerate(code.splitlines(), 1)
                   if line.endswith("// wrong")}
-        found = {number for number, _ in breaches(file.parent.name, code)}
+        found = {number for number, _ in breaches(file.parent.name, file.name, code)}
         if not wanted or wanted != found:
             print(f"{file}: wanted {sorted(wanted)}, found {sorted(found)}")
             proven = False

@@ -1,11 +1,11 @@
 #include "Core/Presets/TemplatePresetStore.h"
 
+#include "Base/WholeFile.h"
 #include "Models/Presets/PresetFormat.h"
 #include "Models/Presets/PresetOrder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 
 namespace tessara {
 
@@ -22,14 +22,12 @@ tl::unexpected<QString> failure(const char *what, const QString &name, const QSt
 }
 
 /// Nothing for a file that holds no preset.
-std::optional<TextPreset> presetIn(const QFileInfo &entry)
+std::optional<TextPreset> presetIn(const QString &file)
 {
-    QFile file(entry.filePath());
-    // A pipe would wait for its writer, a device never end.
-    if (!entry.isFile() || entry.size() > TemplatePresetStore::largestFile
-        || !file.open(QIODevice::ReadOnly))
+    const auto bytes = readFile(file, TemplatePresetStore::largestFile);
+    if (!bytes)
         return std::nullopt;
-    const auto preset = decodePreset(file.read(entry.size()));
+    const auto preset = decodePreset(*bytes);
     return preset ? std::optional(*preset) : std::nullopt;
 }
 
@@ -61,7 +59,7 @@ tl::expected<QList<TextPreset>, QString> TemplatePresetStore::loadAll() const
     for (const QFileInfo &entry : directory.entryInfoList(QDir::Files, QDir::Name)) {
         if (entry.suffix().toLower() != QLatin1String("json"))
             continue;
-        if (const std::optional<TextPreset> preset = presetIn(entry))
+        if (const std::optional<TextPreset> preset = presetIn(entry.filePath()))
             presets.append(*preset);
     }
     sortByName(presets);
@@ -75,10 +73,13 @@ tl::expected<void, QString> TemplatePresetStore::save(const TextPreset &preset) 
     const auto bytes = encodePreset(preset);
     if (!bytes)
         return failure("The preset \"%1\" could not be saved", preset.name, bytes.error());
-    QSaveFile file(fileOf(preset)); // reaches the disk before it takes the old one's place
-    if (file.open(QIODevice::WriteOnly) && file.write(*bytes) == bytes->size() && file.commit())
-        return {};
-    return failure("The file \"%1\" could not be written", file.fileName(), file.errorString());
+    if (bytes->size() > largestFile)
+        return failure("The preset \"%1\" could not be saved", preset.name,
+                       QStringLiteral("its pictures are too large"));
+    const QString file = fileOf(preset);
+    if (const auto written = writeFile(file, *bytes); !written)
+        return failure("The file \"%1\" could not be written", file, written.error());
+    return {};
 }
 
 tl::expected<void, QString> TemplatePresetStore::remove(const TextPreset &preset) const

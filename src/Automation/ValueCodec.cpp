@@ -3,12 +3,13 @@
 #include "Automation/Codec.h"
 #include "Automation/MacroCodecs.h"
 #include "Automation/PresetCodecs.h"
+#include "Base/WholeFile.h"
+#include "Core/Macros/MacroFormat.h"
 #include "DeckLink/DeckLinkModels.h"
 #include "Models/CanvasDocument.h"
 
 #include <QDateTime>
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QMetaEnum>
@@ -101,10 +102,12 @@ Codec bytesCodec()
                     QStringLiteral("bytes want the path of a file as a further argument"));
             },
             [](const QJsonValue &json) -> Decoded {
-                QFile file(json.toString());
-                if (!json.isString() || !file.open(QIODevice::ReadOnly))
-                    return wanted("the path of a file that can be read");
-                return decoded(file.readAll());
+                if (!json.isString())
+                    return wanted("the path of a file");
+                const auto bytes = readFile(json.toString(), largestMacroFile);
+                if (!bytes)
+                    return tl::unexpected(QStringLiteral("can't be read: ") + bytes.error());
+                return decoded(*bytes);
             }};
 }
 

@@ -5,8 +5,6 @@
 
 #include "Base/RawString.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
 #include <cmath>
 
@@ -163,8 +161,6 @@ std::optional<CanvasLayerItem> makeText(Clock &, const QUuid &id, const PropsRea
 std::optional<CanvasLayerItem> makeImage(Clock &, const QUuid &id, const PropsReader &props)
 {
     const QString path = props.text("url");
-    if (!QFileInfo(path).isFile()) // a pipe would never end
-        return std::nullopt;
     const auto picture = Picture::load(path);
     if (!picture)
         return std::nullopt;

@@ -5,6 +5,8 @@
 
 #include <utility>
 
+#include "Base/WholeFile.h"
+#include "Models/SelfContainedSVG.h"
 #include "Models/TruecolorPNG.h"
 
 namespace tessara {
@@ -77,6 +79,11 @@ tl::expected<Picture, CanvasDocumentError> pictureFrom(QImageReader &reader)
     return pictureFrom(reader.read());
 }
 
+bool isHarmless(const QImageReader &reader, const QByteArray &data)
+{
+    return !reader.format().startsWith("svg") || isSelfContainedSVG(data);
+}
+
 } // namespace
 
 Picture::Picture(QImage image)
@@ -91,8 +98,9 @@ Picture::Picture(QImage image)
 
 tl::expected<Picture, CanvasDocumentError> Picture::load(const QString &path)
 {
-    QImageReader reader(path);
-    return pictureFrom(reader);
+    constexpr qint64 largestFile = 512LL << 20; // bytes; more than most rasters take
+    const auto data = readFile(path, largestFile);
+    return data ? fromData(*data) : tl::unexpected(CanvasDocumentError::invalidImage);
 }
 
 tl::expected<Picture, CanvasDocumentError> Picture::fromData(const QByteArray &data)
@@ -101,8 +109,20 @@ tl::expected<Picture, CanvasDocumentError> Picture::fromData(const QByteArray &d
         return pictureFrom(std::move(image));
     QBuffer buffer;
     buffer.setData(data);
+    buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
+    if (!isHarmless(reader, data))
+        return tl::unexpected(CanvasDocumentError::invalidImage);
     return pictureFrom(reader);
+}
+
+QSize Picture::sizeIn(const QByteArray &data)
+{
+    QBuffer buffer;
+    buffer.setData(data);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer);
+    return isHarmless(reader, data) ? reader.size() : QSize();
 }
 
 QImage Picture::levelFor(QSizeF drawnSize) const

@@ -24,11 +24,13 @@ public:
     Picture() = default;
     explicit Picture(QImage image);
 
-    /// PNG, JPEG, WebP, SVG, GIF (its first frame), TIFF and BMP; turned upright as its camera
-    /// says.
+    /// PNG, JPEG, WebP, SVG that needs no other file, GIF (its first frame), TIFF and BMP; turned
+    /// upright as its camera says.
     static tl::expected<Picture, CanvasDocumentError> load(const QString &path);
     /// The same from a file's bytes.
     static tl::expected<Picture, CanvasDocumentError> fromData(const QByteArray &data);
+    /// What a file's bytes tell of its size, without decoding them; invalid when they don't.
+    static QSize sizeIn(const QByteArray &data);
 
     bool isNull() const { return m_levels.empty(); }
     QSize size() const { return isNull() ? QSize() : m_levels.front().size(); }

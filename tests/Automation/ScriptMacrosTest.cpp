@@ -97,7 +97,7 @@ TEST_F(ScriptMacrosTest, AMacroAStepAndItsKindAreGivenAsInAFile)
 TEST_F(ScriptMacrosTest, FilesThatCannotBeReadOrWrittenAreErrorsOrNoMacros)
 {
     EXPECT_EQ(callError("macros.importMacros", "[\"" + path("missing.json") + "\"]"),
-              "argument 1 of 'importMacros': wanted the path of a file that can be read");
+              "argument 1 of 'importMacros': can't be read: No such file or directory");
     EXPECT_NE(callError("macros.exportJSON", "[\"" + path("no/such/folder.json") + "\"]"), "");
     EXPECT_NE(callError("macros.exportJSON"), "");
     QFile file(directory.filePath(QStringLiteral("broken.json")));

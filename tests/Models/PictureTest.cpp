@@ -5,6 +5,9 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace tessara {
 namespace {
 
@@ -98,6 +101,60 @@ TEST_F(PictureTest, WhatIsNoPictureIsRefusedAndAddsNothing)
     QFile whole(path("whole.png"));
     ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
     expectRefused(write("torn.png", whole.read(60)));
+}
+
+TEST_F(PictureTest, WhatNeverEndsIsRefused)
+{
+    ASSERT_EQ(mkfifo(qPrintable(path("pipe.png")), 0600), 0);
+    ASSERT_EQ(symlink("pipe.png", qPrintable(path("link.png"))), 0);
+
+    expectRefused(path("pipe.png"));
+    expectRefused(path("link.png"));
+    expectRefused(QStringLiteral("/dev/zero"));
+    expectRefused(QStringLiteral("/dev/ptmx")); // a terminal that nobody types on
+}
+
+TEST_F(PictureTest, AVectorPictureThatNamesWhatNeverEndsIsNotWaitedFor)
+{
+    ASSERT_EQ(mkfifo(qPrintable(path("pipe")), 0600), 0);
+    const auto picturing = [](const QByteArray &address) {
+        return "<svg xmlns='http://www.w3.org/2000/svg' width='30' height='10' "
+               "xmlns:xlink='http://www.w3.org/1999/xlink'><image width='9' height='9' xlink:href='"
+               + address + "'/></svg>";
+    };
+    const QByteArray pipe = path("pipe").toUtf8();
+
+    expectRefused(write("a.svg", picturing(pipe)));
+    expectRefused(write("b.svg", picturing("pipe")));
+    expectRefused(write("c.svg", picturing("data:image/png;base64," + picturing(pipe).toBase64())));
+    expectRefused(write("d.svg", "<?xml version='1.0'?><?xml-stylesheet type='text/css' href='"
+                                     + pipe
+                                     + "'?><svg xmlns='http://www.w3.org/2000/svg' width='30' "
+                                       "height='10'/>"));
+}
+
+TEST_F(PictureTest, AVectorPictureThatCarriesAPictureLoads)
+{
+    ASSERT_TRUE(sample().save(path("a.png")));
+    QFile png(path("a.png"));
+    ASSERT_TRUE(png.open(QIODevice::ReadOnly));
+
+    const auto picture = Picture::load(
+        write("a.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='40' height='20' "
+                       "xmlns:xlink='http://www.w3.org/1999/xlink'><image width='40' height='20' "
+                       "xlink:href='data:image/png;base64,"
+                           + png.readAll().toBase64() + "'/></svg>"));
+
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->image().pixelColor(5, 10), QColor(Qt::red));
+}
+
+TEST_F(PictureTest, AFileThatNoPictureFillsIsRefused)
+{
+    ASSERT_TRUE(sample().save(path("a.bmp")));
+    ASSERT_TRUE(QFile::resize(path("a.bmp"), 1LL << 40)); // sparse
+
+    expectRefused(path("a.bmp"));
 }
 
 TEST_F(PictureTest, ASideOverTheLimitIsRefusedBeforeItIsDecoded)

@@ -10,6 +10,8 @@
 
 namespace tessara {
 
+constexpr qint64 largestMacroFile = 64LL << 20; // bytes; some hundred thousand steps
+
 /// Compact. Nothing when a pause is not finite, which JSON has no number for.
 std::optional<QByteArray> encodeMacros(const QList<Macro> &macros);
 

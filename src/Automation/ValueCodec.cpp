@@ -240,10 +240,12 @@ Codec addImageResultCodec()
             notReadable};
 }
 
-Codec fieldResultCodec()
+/// Of an operation that answers nothing but its errors.
+template <typename Result>
+Codec outcomeCodec()
 {
     return {[](const QVariant &value) -> Encoded {
-                const auto result = value.value<CanvasDocument::FieldResult>();
+                const auto result = value.value<Result>();
                 return result ? Encoded(QJsonValue()) : tl::unexpected(text(result.error()));
             },
             notReadable};
@@ -330,7 +332,8 @@ const std::map<int, Codec> &codecs()
             entry<QMap<QUuid, QString>>(uuidMapCodec<QString>()),
             entry<QMap<QUuid, LayerRunSettings>>(uuidMapCodec<LayerRunSettings>()),
             entry<CanvasDocument::AddImageResult>(addImageResultCodec()),
-            entry<CanvasDocument::FieldResult>(fieldResultCodec()),
+            entry<CanvasDocument::AddPresetResult>(outcomeCodec<CanvasDocument::AddPresetResult>()),
+            entry<CanvasDocument::FieldResult>(outcomeCodec<CanvasDocument::FieldResult>()),
             entry<QList<DynamicTemplateField>>(listCodec<DynamicTemplateField>()),
             entry<ScriptResult>(scriptResultCodec()),
             entry<QJsonValue>(jsonCodec()),

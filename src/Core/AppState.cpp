@@ -366,7 +366,7 @@ void AppState::applyPreset(const QString &id)
                                         [&](const TextPreset &preset) { return preset.id == id; });
         if (found == presets.end())
             return false;
-        m_document.addTextPreset(*found);
+        applyPreset(*found);
         return true;
     };
     if (!applyFrom(userTextPresets()))
@@ -376,6 +376,12 @@ void AppState::applyPreset(const QString &id)
 void AppState::snapshotDocument(const QString &name, const std::optional<QString> &existingID)
 {
     snapshotDocument(&m_document, name, existingID);
+void AppState::applyPreset(const TextPreset &preset)
+{
+    if (const auto applied = m_document.addTextPreset(preset); !applied)
+        setLastErrorMessage(text(applied.error()));
+}
+
 }
 
 void AppState::snapshotDocument(CanvasDocument *document, const QString &name,

@@ -100,6 +100,7 @@ public:
     /// Adds the layers of the preset of that id, the user's own or a built-in one.
     Q_INVOKABLE void applyPreset(const QString &id);
     /// Saves the content of a document as a preset, under an id of its own or over the preset with
+    void applyPreset(const TextPreset &preset);
     /// the given one. A blank name saves nothing.
     Q_INVOKABLE void snapshotDocument(tessara::CanvasDocument *document, const QString &name,
                                       const std::optional<QString> &existingID);

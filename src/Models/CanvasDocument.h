@@ -58,6 +58,7 @@ class CanvasDocument : public QObject
 
 public:
     using AddImageResult = tl::expected<tessara::ImageLayer *, tessara::CanvasDocumentError>;
+    using AddPresetResult = tl::expected<std::monostate, tessara::PresetPicturesError>;
     using FieldResult = tl::expected<std::monostate, tessara::CanvasDocumentError>;
 
     explicit CanvasDocument(Clock &clock, QSizeF size = {1920, 1080});
@@ -178,8 +179,9 @@ public:
 
     // Presets
     /// Adds the preset's layers where it says, as a group of its own, on air and selected. Shapes
-    /// lie below pictures, and those below text.
-    Q_INVOKABLE void addTextPreset(const tessara::TextPreset &preset);
+    /// lie below pictures, and those below text. An error when its pictures are more than a preset
+    /// may have; then nothing has changed.
+    Q_INVOKABLE AddPresetResult addTextPreset(const tessara::TextPreset &preset);
     /// Decodes the preset's pictures ahead, beside the main thread.
     void prefetchPictures(const TextPreset &preset);
     /// A text that is a score field, in the middle of the canvas.

@@ -5,21 +5,24 @@
 
 namespace tessara {
 
-void CanvasDocument::addTextPreset(const TextPreset &preset)
+CanvasDocument::AddPresetResult CanvasDocument::addTextPreset(const TextPreset &preset)
 {
     const QList<PresetImageEntry> images = inStackingOrder(preset.images);
-    const QList<Picture> pictures = m_presetPictures.pictures(images);
+    const auto pictures = m_presetPictures.pictures(images);
+    if (!pictures)
+        return tl::unexpected(pictures.error());
     const QUuid groupID = QUuid::createUuid();
     m_presetGroupNames.insert(groupID, preset.name);
     emit presetGroupsChanged();
     for (const PresetRectEntry &entry : preset.rects)
         added(makePresetLayer(entry, nextNumber<ShapeLayer>(), groupID));
     for (qsizetype index = 0; index < images.size(); ++index)
-        addPresetImageLayer(images[index], pictures[index], groupID);
+        addPresetImageLayer(images[index], pictures->at(index), groupID);
     for (const TextPresetEntry &entry : preset.entries)
         added(makePresetLayer(entry, nextNumber<TextLayer>(), groupID));
     applyDefaultRunSettings(groupID, preset);
     selectPresetGroup(groupID);
+    return std::monostate();
 }
 
 // A picture that can't be decoded is left out, and the rest goes on.

@@ -1,6 +1,7 @@
 #include "Rendering/PresetDrawing.h"
 
 #include "Models/Presets/PresetLayers.h"
+#include "Models/Presets/PresetPictures.h"
 #include "Rendering/LayerDrawing.h"
 #include "Rendering/TextBlockCache.h"
 
@@ -25,7 +26,10 @@ auto layerOf(const Entry &entry)
 }
 auto layerOf(const PresetImageEntry &entry)
 {
-    const auto picture = Picture::fromData(entry.pngData().value_or(QByteArray()));
+    // Not worth its memory on a card.
+    const bool isTooLarge = decodedBytes(entry) > PresetPictures::mostAhead;
+    const auto picture =
+        Picture::fromData(isTooLarge ? QByteArray() : entry.pngData().value_or(QByteArray()));
     return std::unique_ptr<ImageLayer>(
         makePresetLayer(entry, picture.value_or(Picture()), QUuid()));
 }
@@ -52,8 +56,11 @@ QImage drawPreset(const TextPreset &preset, QSize size, const std::function<bool
     QPainter painter(&picture);
     painter.scale(size.width() / presetCanvas.width(), size.height() / presetCanvas.height());
     TextBlockCache texts;
+    // A preset that can't be applied isn't decoded to be looked at.
+    const QList<PresetImageEntry> images =
+        PresetPictures::areWithinBounds(preset.images) ? preset.images : QList<PresetImageEntry>();
     const bool isWhole = drawAll(painter, preset.rects, texts, isWanted)
-                         && drawAll(painter, preset.images, texts, isWanted)
+                         && drawAll(painter, images, texts, isWanted)
                          && drawAll(painter, preset.entries, texts, isWanted);
     painter.end();
     return isWhole ? picture : QImage();

@@ -68,6 +68,23 @@ TEST_F(PresetDrawingTest, ShowsShapesPicturesAndTextsOnADarkGround)
     EXPECT_NE(picture.copy(100, 600, 600, 240), bare.copy(100, 600, 600, 240));
 }
 
+TEST_F(PresetDrawingTest, APictureTooLargeForACardIsLeftOut)
+{
+    QImage huge(16384, 4096, QImage::Format_Mono); // some 350 MB once decoded
+    huge.fill(1);
+    QByteArray bytes;
+    QBuffer file(&bytes);
+    ASSERT_TRUE(huge.save(&file, "PNG"));
+    preset.images = {bluePicture(), bluePicture()};
+    preset.images[0].pngBase64 = QString::fromLatin1(bytes.toBase64());
+    preset.images[1].position = {960, 0};
+
+    const QImage picture = drawPreset(preset, {1920, 1080});
+
+    EXPECT_EQ(picture.pixelColor(1440, 810), QColor(15, 15, 18));
+    EXPECT_EQ(picture.pixelColor(1440, 270), QColor(Qt::blue));
+}
+
 TEST_F(PresetDrawingTest, StandsUprightAsTheOperatorSeesIt)
 {
     PresetRectEntry triangle = redRect();

@@ -2,10 +2,12 @@
 
 #include "Base/ProcessTuning.h"
 
+#include <QSet>
 #include <QtEndian>
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <numeric>
 
 namespace tessara {
@@ -14,28 +16,55 @@ namespace {
 
 constexpr qsizetype kilobyte = 1024;
 
-Picture decoded(const PresetImageEntry &entry)
+qint64 bytesOf(QSize size)
 {
-    const std::optional<QByteArray> data = entry.pngData();
-    return data ? Picture::fromData(*data).value_or(Picture()) : Picture();
+    return qint64(size.width()) * size.height() * 4 * 4 / 3;
 }
 
-// What the raster will take, smaller ones for drawing it small included: a picture file tells its
-// sides in its first bytes.
-qsizetype decodedBytes(const PresetImageEntry &entry)
+Picture decoded(const PresetImageEntry &entry)
+{
+    const qint64 foretold = decodedBytes(entry);
+    if (foretold == 0)
+        return {};
+    const Picture picture =
+        Picture::fromData(entry.pngData().value_or(QByteArray())).value_or(Picture());
+    return bytesOf(picture.size()) <= foretold ? picture : Picture();
+}
+
+// A PNG file tells its sides in its first bytes, which spares the other megabytes. Most that claim
+// to be one are.
+QSize sizeOf(const PresetImageEntry &entry)
 {
     constexpr qsizetype widthAt = 16;
     constexpr qsizetype heightAt = 20;
     constexpr qsizetype headerLength = 24;
     const QByteArray header =
         QByteArray::fromBase64(entry.pngBase64.left(headerLength * 4 / 3).toLatin1());
-    if (header.size() < headerLength)
+    if (header.size() < headerLength || !header.startsWith("\x89PNG\r\n\x1a\n"))
+        return Picture::sizeIn(entry.pngData().value_or(QByteArray()));
+    const auto sideAt = [&](qsizetype place) {
+        const quint32 side = qFromBigEndian<quint32>(header.constData() + place);
+        return int(std::min<quint32>(side, std::numeric_limits<int>::max()));
+    };
+    return {sideAt(widthAt), sideAt(heightAt)};
+}
+
+} // namespace
+
+qint64 decodedBytes(const PresetImageEntry &entry)
+{
+    const QSize size = sizeOf(entry);
+    if (size.isEmpty() || size.width() > Picture::largestSide
+        || size.height() > Picture::largestSide)
         return 0;
-    const qint64 width = qFromBigEndian<quint32>(header.constData() + widthAt);
-    const qint64 height = qFromBigEndian<quint32>(header.constData() + heightAt);
-    if (width > Picture::largestSide || height > Picture::largestSide)
-        return 0; // it will not be decoded
-    return width * height * 4 * 4 / 3;
+    return bytesOf(size);
+}
+
+namespace {
+
+qint64 keptBytesOf(const PresetImageEntry &entry)
+{
+    return entry.pngBase64.size() * 2 + decodedBytes(entry);
 }
 
 } // namespace
@@ -76,8 +105,8 @@ std::shared_ptr<PresetPictures::Job> PresetPictures::job(const PresetImageEntry 
     if (const auto *known = m_jobs.object({entry.pngBase64}))
         return *known;
     auto made = std::make_shared<Job>(entry);
-    const qsizetype bytes = entry.pngBase64.size() * 2 + decodedBytes(entry);
-    m_jobs.insert({entry.pngBase64}, new std::shared_ptr<Job>(made), bytes / kilobyte + 1);
+    m_jobs.insert({entry.pngBase64}, new std::shared_ptr<Job>(made),
+                  keptBytesOf(entry) / kilobyte + 1);
     m_workers.start([made, haste] {
         haste == Haste::ahead ? lowerThreadPriority() : resetThreadPriority();
         made->runIfFree();
@@ -85,8 +114,24 @@ std::shared_ptr<PresetPictures::Job> PresetPictures::job(const PresetImageEntry 
     return made;
 }
 
-QList<Picture> PresetPictures::pictures(const QList<PresetImageEntry> &entries)
+bool PresetPictures::areWithinBounds(const QList<PresetImageEntry> &entries)
 {
+    QSet<Key> counted;
+    qint64 bytes = 0;
+    for (const PresetImageEntry &entry : entries) {
+        if (counted.contains({entry.pngBase64}))
+            continue;
+        counted.insert({entry.pngBase64});
+        bytes += decodedBytes(entry);
+    }
+    return bytes <= mostForOnePreset;
+}
+
+tl::expected<QList<Picture>, PresetPicturesError>
+PresetPictures::pictures(const QList<PresetImageEntry> &entries)
+{
+    if (!areWithinBounds(entries))
+        return tl::unexpected(PresetPicturesError::tooLarge);
     std::vector<std::shared_ptr<Job>> jobs;
     for (const PresetImageEntry &entry : entries)
         jobs.push_back(job(entry, Haste::now));
@@ -106,11 +151,18 @@ QList<Picture> PresetPictures::pictures(const QList<PresetImageEntry> &entries)
 
 void PresetPictures::prefetch(const QList<PresetImageEntry> &entries)
 {
+    if (!areWithinBounds(entries))
+        return;
+    const qint64 room = std::min<qint64>(m_jobs.maxCost() / 2 * kilobyte, mostAhead);
     for (const PresetImageEntry &entry : entries) {
-        if (m_jobs.totalCost() >= m_jobs.maxCost() / 2)
-            return;
-        (void)job(entry, Haste::ahead);
+        if (keptBytes() + keptBytesOf(entry) <= room)
+            (void)job(entry, Haste::ahead);
     }
+}
+
+qint64 PresetPictures::keptBytes() const
+{
+    return m_jobs.totalCost() * kilobyte;
 }
 
 } // namespace tessara

@@ -74,7 +74,7 @@ void PresetListModel::prepare(int row)
 void PresetListModel::apply(int row)
 {
     if (row >= 0 && row < count())
-        m_app.document()->addTextPreset(m_rows[row].preset);
+        m_app.applyPreset(m_rows[row].preset);
 }
 
 QList<PresetListModel::Row> PresetListModel::wantedRows() const

@@ -2,6 +2,7 @@
 
 #include "Models/Presets/PresetFormat.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QSignalSpy>
 
@@ -72,6 +73,27 @@ TEST_F(PresetStateTest, AFailedDeletionLeavesItsTextAndTheList)
     EXPECT_TRUE(app.lastErrorMessage()->endsWith("could not be removed: Is a directory"))
         << qPrintable(*app.lastErrorMessage());
     EXPECT_EQ(app.userTextPresets(), QList<TextPreset>({preset}));
+}
+
+TEST_F(PresetStateTest, APresetOfTooLargePicturesIsToldAndNotApplied)
+{
+    QImage image(16384, 16384, QImage::Format_Mono);
+    TextPreset huge{.id = "huge", .name = "Huge", .rects = {{.name = "Bar"}}};
+    for (const bool isWhite : {false, true}) {
+        image.fill(isWhite);
+        QByteArray png;
+        QBuffer buffer(&png);
+        ASSERT_TRUE(image.save(&buffer, "PNG"));
+        huge.images.append({.size = {1, 1}, .pngBase64 = QString::fromLatin1(png.toBase64())});
+    }
+    app.saveTemplatePreset(huge);
+
+    app.applyPreset("huge");
+
+    EXPECT_EQ(app.lastErrorMessage(), "The pictures of this preset are too large to be shown.");
+    EXPECT_TRUE(document().layerOrder().isEmpty());
+    EXPECT_TRUE(document().presetGroupNames().isEmpty());
+    EXPECT_FALSE(app.undoStack()->canUndo());
 }
 
 TEST_F(PresetStateTest, ASnapshotIsSavedAndListed)

@@ -1,5 +1,6 @@
 // A preset that comes alive.
 #include <QBuffer>
+#include <QtEndian>
 
 #include "Models/DocumentFixture.h"
 #include "Models/Presets/PresetFixture.h"
@@ -15,6 +16,15 @@ QString pngOf(QSize size, Qt::GlobalColor color = Qt::red)
     QBuffer buffer(&bytes);
     image.save(&buffer, "PNG");
     return QString::fromLatin1(bytes.toBase64());
+}
+
+/// A picture whose file claims that size, and is no larger than a small one.
+PresetImageEntry claiming(int width, int height)
+{
+    QByteArray png = QByteArray::fromBase64(pngOf({1, 1}).toLatin1());
+    qToBigEndian<qint32>(width, png.data() + 16);
+    qToBigEndian<qint32>(height, png.data() + 20);
+    return {.name = "Huge", .size = {1, 1}, .pngBase64 = QString::fromLatin1(png.toBase64())};
 }
 
 PresetImageEntry picture(const char *name, std::optional<QString> placeholderKey = {})
@@ -241,6 +251,69 @@ TEST_F(PresetApplicationTest, APictureBombIsLeftOut)
     EXPECT_TRUE(apply({.id = "a", .name = "A", .images = {bomb}}).isEmpty());
 }
 
+TEST_F(PresetApplicationTest, PicturesThatNoMachineHoldsAreRefusedBeforeTheyAreDecoded)
+{
+    const TextPreset huge{.id = "a",
+                          .name = "A",
+                          .rects = {fullRect()},
+                          .images = {claiming(16384, 16384), claiming(16384, 16383)}};
+
+    const auto added = document.addTextPreset(huge);
+
+    ASSERT_FALSE(added);
+    EXPECT_EQ(text(added.error()), "The pictures of this preset are too large to be shown.");
+    EXPECT_TRUE(document.layerOrder().isEmpty());
+    EXPECT_TRUE(document.presetGroupNames().isEmpty());
+}
+
+TEST_F(PresetApplicationTest, WhatHonestPicturesTakeIsWithinBounds)
+{
+    const PresetImageEntry largest = claiming(Picture::largestSide, Picture::largestSide);
+    QList<PresetImageEntry> canvases;
+    for (int number = 0; number < 36; ++number)
+        canvases.append(claiming(3840, 2160 - number));
+
+    EXPECT_TRUE(PresetPictures::areWithinBounds({largest, largest, largest})); // decoded once
+    EXPECT_TRUE(PresetPictures::areWithinBounds(canvases));
+    EXPECT_FALSE(PresetPictures::areWithinBounds(canvases + QList<PresetImageEntry>{largest}));
+}
+
+TEST_F(PresetApplicationTest, OtherFilesThanPngCountByTheirOwnSize)
+{
+    QImage image(300, 200, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    ASSERT_TRUE(image.save(&buffer, "JPG"));
+    const PresetImageEntry photo{
+        .name = "Photo", .size = {1, 1}, .pngBase64 = QString::fromLatin1(bytes.toBase64())};
+
+    EXPECT_EQ(decodedBytes(photo), 300 * 200 * 4 * 4 / 3);
+    EXPECT_EQ(applied(photo)->image().size(), QSize(300, 200));
+}
+
+TEST_F(PresetApplicationTest, WhatNobodyHasAskedForIsDecodedOnlyWhereItIsSmall)
+{
+    PresetPictures pictures;
+
+    pictures.prefetch({claiming(8000, 7000)}); // some 300 MB
+    pictures.prefetch({picture("Small"), claiming(16384, 16384), claiming(16384, 16383)});
+    EXPECT_EQ(pictures.keptBytes(), 0);
+
+    pictures.prefetch({claiming(8000, 7000), picture("Small")});
+    EXPECT_GT(pictures.keptBytes(), 0);
+    EXPECT_LT(pictures.keptBytes(), 10'000);
+}
+
+TEST_F(PresetApplicationTest, ATornPictureIsLeftOut)
+{
+    PresetImageEntry torn = picture("Torn");
+    const QByteArray png = QByteArray::fromBase64(torn.pngBase64.toLatin1());
+    torn.pngBase64 = QString::fromLatin1(png.chopped(20).toBase64());
+
+    EXPECT_EQ(apply({.id = "a", .name = "A", .images = {torn, picture("Whole")}}).size(), 1);
+}
+
 TEST_F(PresetApplicationTest, TheRunSettingsAreThePresetsOrItsStylesOwn)
 {
     using Style = LayerRunTransitionStyle;
@@ -277,7 +350,7 @@ TEST_F(PresetApplicationTest, ManyPicturesComeInTheirOrderWhateverIsKept)
     entries.append(PresetImageEntry{.name = "Broken", .pngBase64 = "?"});
     small.prefetch(entries);
 
-    const QList<Picture> pictures = small.pictures(entries);
+    const QList<Picture> pictures = small.pictures(entries).value();
 
     ASSERT_EQ(pictures.size(), 41);
     for (int side = 1; side <= 40; ++side)

@@ -34,6 +34,9 @@ AppState::AppState(Clock &clock, const ApplicationSupport &support,
     , m_realtimeClock(clock, m_document)
 {
     watchManagers();
+    setLastErrorMessage(m_settings.loadError());
+    connect(&m_macros, &MacroManager::lastErrorMessageChanged, this, &AppState::followMacroErrors);
+    followMacroErrors();
     connect(&m_presets, &PresetLibrary::userTextPresetsChanged, this,
             &AppState::userTextPresetsChanged);
     ensureDistinctKeyDeviceSelection();
@@ -373,15 +376,15 @@ void AppState::applyPreset(const QString &id)
         applyFrom(systemPresets());
 }
 
-void AppState::snapshotDocument(const QString &name, const std::optional<QString> &existingID)
-{
-    snapshotDocument(&m_document, name, existingID);
 void AppState::applyPreset(const TextPreset &preset)
 {
     if (const auto applied = m_document.addTextPreset(preset); !applied)
         setLastErrorMessage(text(applied.error()));
 }
 
+void AppState::snapshotDocument(const QString &name, const std::optional<QString> &existingID)
+{
+    snapshotDocument(&m_document, name, existingID);
 }
 
 void AppState::snapshotDocument(CanvasDocument *document, const QString &name,
@@ -389,6 +392,14 @@ void AppState::snapshotDocument(CanvasDocument *document, const QString &name,
 {
     if (const auto preset = m_presets.snapshot(*document, name, existingID))
         saveTemplatePreset(*preset);
+}
+
+// A message of somebody else stays when the macros have none left.
+void AppState::followMacroErrors()
+{
+    const std::optional<QString> before = std::exchange(m_macroError, m_macros.lastErrorMessage());
+    if (m_macroError || lastErrorMessage() == before)
+        setLastErrorMessage(m_macroError);
 }
 
 void AppState::report(const tl::expected<void, QString> &outcome)

@@ -97,10 +97,11 @@ public:
     /// Decodes the pictures of the presets ahead, the user's own first, so that applying one on air
     /// costs no frame.
     Q_INVOKABLE void prefetchPresets();
-    /// Adds the layers of the preset of that id, the user's own or a built-in one.
+    /// Adds the layers of the preset of that id, the user's own or a built-in one. A failure leaves
+    /// its text in `lastErrorMessage`.
     Q_INVOKABLE void applyPreset(const QString &id);
-    /// Saves the content of a document as a preset, under an id of its own or over the preset with
     void applyPreset(const TextPreset &preset);
+    /// Saves the content of a document as a preset, under an id of its own or over the preset with
     /// the given one. A blank name saves nothing.
     Q_INVOKABLE void snapshotDocument(tessara::CanvasDocument *document, const QString &name,
                                       const std::optional<QString> &existingID);
@@ -129,6 +130,7 @@ private:
     using Outcome = tl::expected<void, QString>;
 
     void report(const Outcome &outcome);
+    void followMacroErrors();
     void watchManagers();
     Outcome startManagers();
     Outcome startKeyAndFill();
@@ -147,6 +149,7 @@ private:
     CanvasDocument m_document;
     Runlist m_runlist{m_document};
     MacroManager m_macros;
+    std::optional<QString> m_macroError; // told last
     MacroRecorder m_macroRecorder;
     DocumentHistory m_history;
     PresetLibrary m_presets;

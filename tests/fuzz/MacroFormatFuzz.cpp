@@ -10,7 +10,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t size)
 {
-    const auto macros = decodeMacros({reinterpret_cast<const char *>(bytes), qsizetype(size)});
+    const QByteArray text(reinterpret_cast<const char *>(bytes), qsizetype(size));
+    const auto macros = decodeMacros(text);
+    const ReadMacros read = readMacros(text);
+    if (read.isWhole() != macros.has_value() || (macros && read.macros != *macros))
+        std::abort();
     if (!macros)
         return 0;
     for (const Macro &macro : *macros) {

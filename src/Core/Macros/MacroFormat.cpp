@@ -287,4 +287,18 @@ std::optional<QList<Macro>> decodeMacros(const QByteArray &json)
     return listFrom(document.array(), macroFromJson);
 }
 
+ReadMacros readMacros(const QByteArray &json)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    ReadMacros read{.macros = {}, .isList = document.isArray()};
+    for (const QJsonValue each : document.array()) {
+        const auto macro = each.isObject() ? macroFromJson(each.toObject()) : std::nullopt;
+        if (macro)
+            read.macros.append(*macro);
+        else
+            ++read.unreadable;
+    }
+    return read;
+}
+
 } // namespace tessara

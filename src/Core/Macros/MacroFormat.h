@@ -20,6 +20,17 @@ std::optional<QByteArray> encodeMacros(const QList<Macro> &macros);
 /// player's decision.
 std::optional<QList<Macro>> decodeMacros(const QByteArray &json);
 
+/// What can be read of an array of macros, each one whole or not at all.
+struct ReadMacros
+{
+    QList<Macro> macros;
+    qsizetype unreadable = 0; // objects of the array
+    bool isList = false;      // else nothing could be read
+
+    bool isWhole() const { return isList && unreadable == 0; }
+};
+ReadMacros readMacros(const QByteArray &json);
+
 /// One macro, step or kind of step, as the array holds it. Reading gives nothing for what can't be
 /// read.
 QJsonObject macroJson(const Macro &macro);

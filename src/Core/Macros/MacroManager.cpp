@@ -3,10 +3,31 @@
 #include "Core/Macros/MacroFormat.h"
 #include "Models/CanvasDocument.h"
 
+#include <QJsonArray>
+
 #include <algorithm>
 #include <cmath>
 
 namespace tessara {
+
+namespace {
+
+QString unreadableText(const ReadMacros &read, const tl::expected<void, QString> &kept)
+{
+    const bool isOne = read.unreadable == 1;
+    const QString what = read.isList ? QStringLiteral("%1 of %2 macros")
+                                           .arg(read.unreadable)
+                                           .arg(read.macros.size() + read.unreadable)
+                                     : QStringLiteral("The macros");
+    if (!kept)
+        return QStringLiteral("%1 could not be read, and could not be set aside: %2")
+            .arg(what, kept.error());
+    return QStringLiteral("%1 could not be read. %2 kept in the settings under \"%3\".")
+        .arg(what, isOne ? QStringLiteral("It is") : QStringLiteral("They are"),
+             MacroManager::asideKey);
+}
+
+} // namespace
 
 MacroManager::MacroManager(Clock &clock, Settings &settings, CanvasDocument *document)
     : m_clock(clock)
@@ -28,18 +49,59 @@ CanvasDocument *MacroManager::currentDocument() const
 
 void MacroManager::load()
 {
-    const QByteArray stored = m_settings.value(saveKey).toString().toUtf8();
-    m_macros = decodeMacros(stored).value_or(QList<Macro>());
+    const QJsonValue stored = m_settings.value(saveKey);
+    if (stored.isUndefined())
+        return;
+    const ReadMacros read = readMacros(stored.toString().toUtf8());
+    m_macros = read.macros;
+    if (stored.isString() && read.isWhole())
+        return;
+    m_unreadable = stored;
+    const auto kept = setAside();
+    m_lastErrorMessage = unreadableText(read, kept);
+}
+
+// All of the text, with what could be read of it: the next save leaves nothing of it.
+tl::expected<void, QString> MacroManager::setAside()
+{
+    const QJsonValue before = m_settings.value(asideKey);
+    QJsonArray aside = before.toArray();
+    if (!before.isArray() && !before.isUndefined())
+        aside.append(before);
+    if (!aside.contains(m_unreadable))
+        aside.append(m_unreadable);
+    auto kept = m_settings.setValue(asideKey, aside);
+    if (kept)
+        m_unreadable = QJsonValue::Undefined;
+    return kept;
 }
 
 void MacroManager::save()
 {
+    const auto stored = store();
+    if (!stored)
+        tell(QStringLiteral("The macros could not be saved: ") + stored.error());
+    else if (m_isSaveFailing)
+        tell(std::nullopt);
+    m_isSaveFailing = !stored;
+}
+
+tl::expected<void, QString> MacroManager::store()
+{
     const std::optional<QByteArray> json = encodeMacros(m_macros);
     if (!json)
-        return;
-    const auto stored = m_settings.setValue(saveKey, QString::fromUtf8(*json));
-    if (!stored)
-        qWarning("Macros were not saved: %s", qPrintable(stored.error()));
+        return tl::unexpected(QStringLiteral("a pause has no end"));
+    if (!m_unreadable.isUndefined()) {
+        if (auto kept = setAside(); !kept)
+            return kept;
+    }
+    return m_settings.setValue(saveKey, QString::fromUtf8(*json));
+}
+
+void MacroManager::tell(const std::optional<QString> &message)
+{
+    m_lastErrorMessage = message;
+    emit lastErrorMessageChanged();
 }
 
 void MacroManager::saveChange()

@@ -31,13 +31,18 @@ class MacroManager : public QObject
         std::optional<QUuid> runningMacroID READ runningMacroID NOTIFY isRunningChanged FINAL)
     /// The newest entries, oldest first.
     Q_PROPERTY(QList<tessara::MacroLogEntry> log READ log NOTIFY logChanged FINAL)
+    /// What became of macros that couldn't be read or saved: a sentence for the operator.
+    Q_PROPERTY(std::optional<QString> lastErrorMessage READ lastErrorMessage NOTIFY
+                   lastErrorMessageChanged FINAL)
 
 public:
     static constexpr QLatin1String saveKey{"tessara_macros_v2"};
+    /// Holds what stood under `saveKey` and could not be read, value by value as it was.
+    static constexpr QLatin1String asideKey{"tessara_macros_v2_unreadable"};
     static constexpr qsizetype longestLog = 200; // entries; only recorded steps trim it
 
-    /// Loads what was saved; a value that can't be read gives an empty list. The clock, the
-    /// settings and the document outlive the manager; without a document nothing is played.
+    /// Loads what was saved; what of it can't be read is set aside. The clock, the settings and the
+    /// document outlive the manager; without a document nothing is played.
     MacroManager(Clock &clock, Settings &settings, CanvasDocument *document);
     ~MacroManager() override;
 
@@ -47,6 +52,7 @@ public:
     bool isRunning() const { return m_runningMacroID.has_value(); }
     std::optional<QUuid> runningMacroID() const { return m_runningMacroID; }
     const QList<MacroLogEntry> &log() const { return m_log; }
+    const std::optional<QString> &lastErrorMessage() const { return m_lastErrorMessage; }
     CanvasDocument *currentDocument() const;
 
     // Recording
@@ -88,10 +94,15 @@ signals:
     void recordingStepsChanged();
     void isRunningChanged();
     void logChanged();
+    /// Told anew with every failure, be it the same.
+    void lastErrorMessageChanged();
 
 private:
     void load();
+    tl::expected<void, QString> setAside();
+    tl::expected<void, QString> store();
     void saveChange();
+    void tell(const std::optional<QString> &message);
     Macro *macro(const QUuid &id);
     void appendToLog(const MacroStep &step, const QString &detail, bool isRecorded);
     void appendStep(const MacroStep &step);
@@ -110,6 +121,9 @@ private:
     std::optional<QUuid> m_runningMacroID;
     Task m_runningTask;
     MacroSchedule m_schedule;
+    std::optional<QString> m_lastErrorMessage;
+    bool m_isSaveFailing = false;
+    QJsonValue m_unreadable = QJsonValue::Undefined; // what is still to be set aside
 };
 
 } // namespace tessara

@@ -208,8 +208,7 @@ void MacroManager::record(const MacroStep::Kind &kind)
     const QString detail =
         m_isRecording ? QStringLiteral("● REC") : QStringLiteral("not recording");
     appendToLog(step, detail, m_isRecording);
-    if (m_log.size() > longestLog)
-        m_log.remove(0, m_log.size() - longestLog);
+    trimLog();
     emit logChanged();
     if (m_isRecording)
         appendStep(step);
@@ -223,6 +222,12 @@ void MacroManager::addPause(double seconds)
     appendToLog(step, QStringLiteral("● REC (manual)"), true);
     emit logChanged();
     appendStep(step);
+}
+
+void MacroManager::trimLog()
+{
+    if (m_log.size() > longestLog)
+        m_log.remove(0, m_log.size() - longestLog);
 }
 
 void MacroManager::appendToLog(const MacroStep &step, const QString &detail, bool isRecorded)

@@ -104,11 +104,14 @@ private:
     void saveChange();
     void tell(const std::optional<QString> &message);
     Macro *macro(const QUuid &id);
+    void trimLog();
     void appendToLog(const MacroStep &step, const QString &detail, bool isRecorded);
     void appendStep(const MacroStep &step);
     Task play(Macro macro);
     void playStep(const MacroStep::Kind &kind);
     void checkScheduledMacros(const QString &time);
+    void fire(const Macro &macro);
+    void logMissedFiring(const Macro &macro, const QString &reason);
     void finishRunning();
 
     Clock &m_clock;
@@ -118,12 +121,12 @@ private:
     bool m_isRecording = false;
     QList<MacroStep> m_recordingSteps;
     QList<MacroLogEntry> m_log;
-    std::optional<QUuid> m_runningMacroID;
-    Task m_runningTask;
-    MacroSchedule m_schedule;
     std::optional<QString> m_lastErrorMessage;
     bool m_isSaveFailing = false;
     QJsonValue m_unreadable = QJsonValue::Undefined; // what is still to be set aside
+    std::optional<QUuid> m_runningMacroID;
+    Task m_runningTask;
+    MacroSchedule m_schedule;
 };
 
 } // namespace tessara

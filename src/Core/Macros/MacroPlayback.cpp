@@ -98,10 +98,39 @@ void MacroManager::checkScheduledMacros(const QString &time)
         return;
     const QList<Macro> macros = m_macros;
     for (const Macro &macro : macros) {
-        const bool isDue = macro.scheduleEnabled && macro.scheduleTime == time;
-        if (isDue && !isRunning() && m_schedule.markFired(macro.id))
-            runMacro(macro);
+        if (macro.scheduleEnabled && m_schedule.hasPassedOver(macro.scheduleTime))
+            logMissedFiring(macro, QStringLiteral("the program was busy or the machine asleep, or "
+                                                  "its clock was set"));
     }
+    for (const Macro &macro : macros) {
+        const bool isDue = macro.scheduleEnabled && macro.scheduleTime == time;
+        if (!isDue)
+            continue;
+        if (isRunning())
+            logMissedFiring(macro, QStringLiteral("another macro was running"));
+        else if (m_schedule.markFired(macro.id))
+            fire(macro);
+    }
+}
+
+void MacroManager::fire(const Macro &macro)
+{
+    if (m_isRecording)
+        logMissedFiring(macro, QStringLiteral("a recording was under way"));
+    else
+        runMacro(macro);
+}
+
+void MacroManager::logMissedFiring(const Macro &macro, const QString &reason)
+{
+    m_log.append(
+        {.id = QUuid::createUuid(),
+         .date = m_clock.wallClock(),
+         .icon = QStringLiteral("clock"),
+         .label = QStringLiteral("Missed  \"%1\"").arg(macro.name),
+         .detail = QStringLiteral("Not played at %1: %2.").arg(macro.scheduleTime, reason)});
+    trimLog();
+    emit logChanged();
 }
 
 } // namespace tessara

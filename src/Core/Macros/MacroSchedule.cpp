@@ -1,29 +1,32 @@
 #include "Core/Macros/MacroSchedule.h"
 
-#include <QStringList>
+#include <QRegularExpression>
 
 namespace tessara {
 
+namespace {
+
+/// Without daylight saving: an hour that is left out has gone by.
+QDateTime faceOf(const QDateTime &time)
+{
+    return {time.date(), QTime(time.time().hour(), time.time().minute(), time.time().second()),
+            Qt::UTC};
+}
+
+} // namespace
+
 bool isValidScheduleTime(const QString &time)
 {
-    if (time.size() != 8)
-        return false;
-    const QStringList parts = time.split(QLatin1Char(':'));
-    if (parts.size() != 3)
-        return false;
-    const int limits[] = {24, 60, 60};
-    for (int index = 0; index < 3; ++index) {
-        bool isNumber = false;
-        const int number = parts[index].toInt(&isNumber);
-        if (!isNumber || number < 0 || number >= limits[index])
-            return false;
-    }
-    return true;
+    static const QRegularExpression form(
+        QStringLiteral("\\A([01][0-9]|2[0-3]):[0-5][0-9]:[0-5][0-9]\\z"));
+    return form.match(time).hasMatch();
 }
 
 MacroSchedule::MacroSchedule(Clock &clock, std::function<void(const QString &)> second)
     : m_clock(clock)
     , m_second(std::move(second))
+    , m_told(faceOf(clock.wallClock()))
+    , m_toldBefore(m_told)
 {
     waitForNextSecond();
 }
@@ -39,12 +42,24 @@ void MacroSchedule::waitForNextSecond()
 void MacroSchedule::tell()
 {
     waitForNextSecond();
-    const QString time = m_clock.wallClock().time().toString(QStringLiteral("HH:mm:ss"));
+    m_toldBefore = std::exchange(m_told, faceOf(m_clock.wallClock()));
+    const QString time = m_told.time().toString(QStringLiteral("HH:mm:ss"));
     if (time != m_lastScheduleSecond) {
         m_lastScheduleSecond = time;
         m_scheduleFiredThisSecond.clear();
     }
     m_second(time);
+}
+
+bool MacroSchedule::hasPassedOver(const QString &time) const
+{
+    if (m_toldBefore.secsTo(m_told) <= 1 || !isValidScheduleTime(time))
+        return false;
+    QDateTime due(m_toldBefore.date(), QTime::fromString(time, QStringLiteral("HH:mm:ss")),
+                  Qt::UTC);
+    if (due <= m_toldBefore)
+        due = due.addDays(1);
+    return due < m_told;
 }
 
 bool MacroSchedule::markFired(const QUuid &id)

@@ -9,12 +9,12 @@
 
 namespace tessara {
 
-/// "HH:mm:ss", as a macro can be scheduled: any other text is never due.
+/// "HH:mm:ss", two digits each, as a macro can be scheduled: any other text is never due.
 bool isValidScheduleTime(const QString &time);
 
 /// Tells each second of the wall clock by its "HH:mm:ss", right at its beginning, and remembers
 /// what has fired in it. A clock that is set goes on from where it stands; what lay between is
-/// passed over.
+/// passed over, as are the seconds in which the program was busy or the machine asleep.
 class MacroSchedule
 {
 public:
@@ -22,6 +22,8 @@ public:
 
     /// True for the first of an id in the second that is being told.
     bool markFired(const QUuid &id);
+    /// True when that time of day went by, untold, right before the second that is being told.
+    bool hasPassedOver(const QString &time) const;
 
 private:
     void waitForNextSecond();
@@ -29,6 +31,9 @@ private:
 
     Clock &m_clock;
     std::function<void(const QString &)> m_second;
+    // What the clock on the wall shows, told last and before that, whatever became of it meanwhile.
+    QDateTime m_told;
+    QDateTime m_toldBefore;
     QString m_lastScheduleSecond;
     QSet<QUuid> m_scheduleFiredThisSecond;
     Alarm m_alarm;

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-#include <pthread.h>
-
 namespace tessara {
 
 namespace {
@@ -40,7 +38,6 @@ int ForkJoin::standardThreads()
 
 ForkJoin::ForkJoin(int threads)
 {
-    sched_getaffinity(0, sizeof m_cores, &m_cores);
     const bool isRaised = isThreadPriorityRaised();
     for (int thread = 1; thread < threads; ++thread) {
         m_workers.emplace_back([this, thread, isRaised] {
@@ -81,24 +78,9 @@ void ForkJoin::work(int thread)
         for (int piece = claim(); piece >= 0; piece = claim()) {
             m_call(m_context, piece, thread);
             m_doneByOthers.fetch_add(1, std::memory_order_release);
+            m_doneByOthers.notify_one();
         }
     }
-}
-
-// Not every scheduler looks for an idle core when a thread is woken: on the caller's own it would
-// wait for the caller, with half of the work undone and the other cores idle.
-void ForkJoin::keepWorkersOffThisCore()
-{
-    const int core = sched_getcpu();
-    if (core == m_callersCore || core < 0)
-        return;
-    m_callersCore = core;
-    cpu_set_t others = m_cores;
-    CPU_CLR(core, &others);
-    if (CPU_COUNT(&others) == 0)
-        return;
-    for (std::thread &worker : m_workers)
-        pthread_setaffinity_np(worker.native_handle(), sizeof others, &others);
 }
 
 void ForkJoin::runPieces(int pieces, int helpers)
@@ -110,22 +92,16 @@ void ForkJoin::runPieces(int pieces, int helpers)
     m_doneByOthers.store(0, std::memory_order_relaxed);
     const quint64 generation = generationOf(m_ticket.load(std::memory_order_relaxed)) + 1;
     m_ticket.store(ticketFor(generation, pieces), std::memory_order_release);
-    if (asked > 0) {
-        keepWorkersOffThisCore();
+    if (asked > 0)
         ++m_calls;
-    }
     for (int helper = 0; helper < asked; ++helper)
         m_calls.notify_one();
     int own = 0;
     for (int piece = claim(); piece >= 0; piece = claim(), ++own)
         m_call(m_context, piece, 0);
-    constexpr int patience = 20'000; // turns; a piece takes less as long as its thread runs
-    for (int turn = 0; m_doneByOthers.load(std::memory_order_acquire) < pieces - own; ++turn) {
-        if (turn < patience)
-            __builtin_ia32_pause();
-        else
-            std::this_thread::yield();
-    }
+    for (int done = m_doneByOthers.load(std::memory_order_acquire); done < pieces - own;
+         done = m_doneByOthers.load(std::memory_order_acquire))
+        m_doneByOthers.wait(done, std::memory_order_acquire);
 }
 
 } // namespace tessara

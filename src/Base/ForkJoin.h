@@ -7,14 +7,12 @@
 #include <thread>
 #include <vector>
 
-#include <sched.h>
-
 namespace tessara {
 
 /// Pieces are taken one by one by whoever is free, the caller first of all. It waits for pieces
 /// that another thread has begun and for nothing else: a thread that the system wakes late finds
-/// the work done, and costs nobody anything. One caller at a time; the others stay off its core,
-/// and run before ordinary threads where the thread that has made them does.
+/// the work done, and costs nobody anything. One caller at a time; the others run before ordinary
+/// threads where the thread that has made them does.
 class ForkJoin
 {
     Q_DISABLE_COPY_MOVE(ForkJoin)
@@ -47,7 +45,6 @@ private:
     using Call = void (*)(const void *context, int piece, int thread);
 
     void runPieces(int pieces, int helpers);
-    void keepWorkersOffThisCore();
     void work(int thread);
     /// The next piece of the work that is under way; below 0 for none.
     int claim();
@@ -61,8 +58,6 @@ private:
     const void *m_context = nullptr;
     Call m_call = nullptr;
     std::vector<std::thread> m_workers;
-    cpu_set_t m_cores{}; // that this process may use
-    int m_callersCore = -1;
 };
 
 } // namespace tessara

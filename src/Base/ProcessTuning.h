@@ -5,7 +5,9 @@ namespace tessara {
 
 /// Runs this thread before all ordinary ones of the machine, and wakes it on time, since every
 /// frame leaves from it. A thread or a program that it starts is ordinary. Where the user has no
-/// right to real-time threads or to better niceness, all stays as it was.
+/// right to real-time threads or to better niceness, all stays as it was. The risk: a real-time
+/// thread that never returns holds its core for 95 % of every second, all that Linux grants unless
+/// told otherwise, and on a machine of one core the desktop with it.
 void raiseThreadPriority();
 /// Whether this thread runs before ordinary ones.
 bool isThreadPriorityRaised();

@@ -5,8 +5,6 @@
 
 #include <numeric>
 
-#include <sched.h>
-
 namespace tessara {
 namespace {
 
@@ -213,52 +211,6 @@ TEST(ForkJoin, EndsItsThreadsWheneverItGoes)
             EXPECT_EQ(countsOf(workers, 4, 2), std::vector<int>(4, 1));
         }
     }
-}
-
-/// Holds the calling thread on the core on which it is.
-class OnOneCore
-{
-    Q_DISABLE_COPY_MOVE(OnOneCore)
-
-public:
-    OnOneCore()
-    {
-        sched_getaffinity(0, sizeof m_before, &m_before);
-        cpu_set_t one{};
-        CPU_SET(core, &one);
-        sched_setaffinity(0, sizeof one, &one);
-    }
-    ~OnOneCore() { sched_setaffinity(0, sizeof m_before, &m_before); }
-
-    int coresBefore() const { return CPU_COUNT(&m_before); }
-
-    const int core = sched_getcpu();
-
-private:
-    cpu_set_t m_before{};
-};
-
-TEST(ForkJoin, KeepsTheOthersOffTheCallersCore)
-{
-    ForkJoin workers(2);
-    const OnOneCore caller;
-    if (caller.coresBefore() < 2)
-        GTEST_SKIP() << "all share one core";
-    std::atomic<bool> hasHelped = false;
-    cpu_set_t allowed{};
-
-    workers.run(2, 1, [&](int, int thread) {
-        if (thread == 0) {
-            hasHelped.wait(false);
-            return;
-        }
-        sched_getaffinity(0, sizeof allowed, &allowed);
-        hasHelped = true;
-        hasHelped.notify_all();
-    });
-
-    EXPECT_GT(CPU_COUNT(&allowed), 0);
-    EXPECT_FALSE(CPU_ISSET(caller.core, &allowed));
 }
 
 } // namespace

@@ -99,11 +99,9 @@ def main():
     show.call("app.stopDeckLinkOutput")
     show.end()
 
-    late = len(frames["intervals"].pop("late"))
     intervals = {name: value * 1000 for name, value in frames["intervals"].items()}
     print(f"Frames sent: {frames['sent']}, ticks lost: {lost}")
     print("Interval: p50 {p50:.2f} ms, p99 {p99:.2f} ms, max {max:.2f} ms".format(**intervals))
-    print(f"Intervals late by more than 4 ms: {late} ({100 * late / frames['sent']:.2f} %)")
     if first_memory:
         print(f"Memory: {first_memory:.1f} MB after {2 * LAP:.0f} s, {last_memory:.1f} MB at the end")
     print(f"Pictures of the air: {options.pictures}")

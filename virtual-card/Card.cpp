@@ -1,9 +1,14 @@
 #include "virtual-card/Card.h"
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace tessara::virtualcard {
 namespace {
+
+using SteadyClock = std::chrono::steady_clock;
+using Nanoseconds = std::chrono::nanoseconds;
 
 // A process that ends leaves no frames behind.
 struct FinalClose
@@ -12,6 +17,15 @@ struct FinalClose
 };
 
 } // namespace
+
+constinit const TessaraVirtualCardTime machineTime{
+    nullptr,
+    [](void *) -> std::int64_t {
+        return Nanoseconds(SteadyClock::now().time_since_epoch()).count();
+    },
+    [](void *, std::int64_t moment) {
+        std::this_thread::sleep_until(SteadyClock::time_point(Nanoseconds(moment)));
+    }};
 
 Card &Card::instance()
 {

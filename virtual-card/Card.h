@@ -9,12 +9,14 @@
 
 #include "virtual-card/Calls.h"
 #include "virtual-card/Device.h"
-#include "virtual-card/MachineTime.h"
 
 namespace tessara::virtualcard {
 
 inline constexpr std::uint32_t ownVersion = 0x0E040000;         // 14.4
 inline constexpr std::uint32_t firstBufferVersion = 0x0E030000; // of the interfaces we know
+
+/// The time that display calls keep until a test gives them another.
+extern const TessaraVirtualCardTime machineTime;
 
 /// Calls may come from any thread.
 class Card

@@ -11,7 +11,6 @@ using namespace decklink;
 namespace {
 
 constexpr std::size_t intervalLimit = 1'000'000; // more than four hours at 60 frames a second
-constexpr double lateness = 0.004;               // s
 constexpr std::int32_t sizeMargin = 64;          // px, for a device that accepts any size
 
 bool hasAlpha(BMDPixelFormat format)
@@ -97,7 +96,6 @@ HRESULT Device::enable(const void *holder, const Mode &mode, const std::string &
     m_waited = 0;
     m_lastCall.reset();
     m_intervals.clear();
-    m_lateCalls.clear();
     return S_OK;
 }
 
@@ -150,12 +148,8 @@ bool Device::accepts(const FrameShape &frame) const
 
 Cadence::Time Device::noteDisplayCall(Cadence::Time now, bool isFreeRunning)
 {
-    if (m_lastCall && m_intervals.size() < intervalLimit) {
-        const double interval = double(now - *m_lastCall) * 1e-9;
-        m_intervals.push_back(float(interval));
-        if (interval - double(m_mode->frameDuration) / double(m_mode->timeScale) > lateness)
-            m_lateCalls.push_back(now);
-    }
+    if (m_lastCall && m_intervals.size() < intervalLimit)
+        m_intervals.push_back(float(double(now - *m_lastCall) * 1e-9));
     m_lastCall = now;
     const Cadence::Time turn = isFreeRunning ? now : m_cadence->turn(now);
     if (turn > now)

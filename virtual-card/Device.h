@@ -71,8 +71,6 @@ public:
     void describe(TessaraVirtualCardDevice &description) const;
     void count(TessaraVirtualCardFrames &frames) const;
     const SharedFramesHeader *frames() const;
-    /// Display calls that came more than 4 ms later than the mode's rate asks for.
-    const std::vector<Cadence::Time> &lateCalls() const { return m_lateCalls; }
 
 private:
     const Limits &limitsInForce() const { return isEnabled() ? m_limitsAtStart : m_limits; }
@@ -93,7 +91,6 @@ private:
     std::int64_t m_waited = 0;
     std::optional<Cadence::Time> m_lastCall;
     std::vector<float> m_intervals; // s
-    std::vector<Cadence::Time> m_lateCalls;
     OutputLock m_lock;
     SharedFrameWriter m_frames;
     std::unique_ptr<FrameTransfer> m_transfer; // between the first output and the close

@@ -1,6 +1,4 @@
 // The instruments over the card.
-#include <algorithm>
-
 #include "virtual-card/Card.h"
 #include "virtual-card/DriverObject.h"
 #include "virtual-card/Instruments.h"
@@ -109,17 +107,6 @@ std::uint64_t newestFrame(std::int32_t device, TessaraVirtualCardFrame *frame, v
     return size;
 }
 
-std::int64_t lateCalls(std::int32_t device, std::int64_t *times, std::int64_t capacity)
-{
-    std::int64_t count = 0;
-    onDevice(device, [&](const Device &it) {
-        const std::vector<Cadence::Time> &calls = it.lateCalls();
-        count = std::int64_t(calls.size());
-        std::copy_n(calls.begin(), std::min(count, capacity), times);
-    });
-    return count;
-}
-
 std::int64_t countLiveObjects()
 {
     Card::instance().finishTransfers();
@@ -145,7 +132,7 @@ void setTime(const TessaraVirtualCardTime *time)
 
 extern const TessaraVirtualCardInstruments instrumentTable;
 const TessaraVirtualCardInstruments instrumentTable{
-    .version = 2,
+    .version = 3,
     .size = sizeof(TessaraVirtualCardInstruments),
     .setFreeRunning = setFreeRunning,
     .setChannel = setChannel,
@@ -161,7 +148,6 @@ const TessaraVirtualCardInstruments instrumentTable{
     .liveObjects = countLiveObjects,
     .callCount = callCount,
     .reset = reset,
-    .lateCalls = lateCalls,
     .setTime = setTime,
 };
 

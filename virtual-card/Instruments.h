@@ -64,7 +64,7 @@ struct TessaraVirtualCardTime
 // bool answers false for an argument that names nothing, and then changes nothing.
 struct TessaraVirtualCardInstruments
 {
-    uint32_t version; // 2; grows when a member below changes its meaning
+    uint32_t version; // 3; grows when a member below changes its meaning or goes
     uint32_t size;    // of this record: newer ones only get longer
 
     void (*setFreeRunning)(bool isFreeRunning);
@@ -85,8 +85,6 @@ struct TessaraVirtualCardInstruments
     int64_t (*callCount)(int32_t device, const char *call);
     // Takes back failures, limits, removals, the driver version and the time.
     void (*reset)();
-    // How many intervals were late, and when their calls came, on the clock that the calls keep.
-    int64_t (*lateCalls)(int32_t device, int64_t *times, int64_t capacity); // ns
     // Null for the machine's own. To be called while no output is enabled.
     void (*setTime)(const TessaraVirtualCardTime *time);
 };

@@ -1,6 +1,5 @@
 #include "virtual-card/SharedFrameWriter.h"
 
-#include <emmintrin.h>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -52,26 +51,6 @@ void *mapShared(const std::string &name, std::uint64_t size)
     if (memory == MAP_FAILED)
         shm_unlink(name.c_str());
     return memory;
-}
-
-/// Writes whole lines past the caches, without reading them first: nobody looks at a frame before
-/// the next one pushes it out of there. `target` begins a line.
-void copyPastCaches(unsigned char *target, const unsigned char *source, std::size_t size)
-{
-    constexpr std::size_t line = 64; // bytes
-    std::size_t offset = 0;
-    for (; offset + line <= size; offset += line) {
-        const auto *from = reinterpret_cast<const __m128i *>(source + offset);
-        auto *to = reinterpret_cast<__m128i *>(target + offset);
-        const __m128i pieces[] = {_mm_loadu_si128(from), _mm_loadu_si128(from + 1),
-                                  _mm_loadu_si128(from + 2), _mm_loadu_si128(from + 3)};
-        _mm_stream_si128(to, pieces[0]);
-        _mm_stream_si128(to + 1, pieces[1]);
-        _mm_stream_si128(to + 2, pieces[2]);
-        _mm_stream_si128(to + 3, pieces[3]);
-    }
-    _mm_sfence();
-    std::memcpy(target + offset, source + offset, size - offset);
 }
 
 } // namespace
@@ -161,8 +140,8 @@ void SharedFrameWriter::publish(const SharedFrameDescription &frame, const void 
     slot.width = frame.width;
     slot.height = frame.height;
     slot.rowBytes = frame.rowBytes;
-    copyPastCaches(const_cast<unsigned char *>(slotData(*m_header, frame.number)),
-                   static_cast<const unsigned char *>(bytes), frame.size());
+    std::memcpy(const_cast<unsigned char *>(slotData(*m_header, frame.number)), bytes,
+                frame.size());
     slot.lock.store(lock + 2, std::memory_order_release);
     m_header->newest.store(frame.number, std::memory_order_release);
 }

@@ -39,18 +39,13 @@ QJsonObject description(const VirtualCardDevice &device)
 
 QJsonObject description(const VirtualCardFrames &frames)
 {
-    QJsonArray late;
-    for (const double time : frames.intervals.late)
-        late.append(time);
     const QJsonObject intervals{{QStringLiteral("p50"), frames.intervals.p50},
                                 {QStringLiteral("p99"), frames.intervals.p99},
-                                {QStringLiteral("max"), frames.intervals.max},
-                                {QStringLiteral("late"), late}};
+                                {QStringLiteral("max"), frames.intervals.max}};
     return {
-        {QStringLiteral("sent"), frames.sent},     {QStringLiteral("waited"), frames.waited},
-        {QStringLiteral("format"), frames.format}, {QStringLiteral("width"), frames.width},
-        {QStringLiteral("height"), frames.height}, {QStringLiteral("rowBytes"), frames.rowBytes},
-        {QStringLiteral("intervals"), intervals}};
+        {QStringLiteral("sent"), frames.sent},         {QStringLiteral("format"), frames.format},
+        {QStringLiteral("width"), frames.width},       {QStringLiteral("height"), frames.height},
+        {QStringLiteral("rowBytes"), frames.rowBytes}, {QStringLiteral("intervals"), intervals}};
 }
 
 tl::expected<QStringList, QString> namesIn(const QJsonValue &value)

@@ -11,7 +11,7 @@
 namespace tessara {
 namespace {
 
-constexpr quint32 knownVersion = 2;
+constexpr quint32 knownVersion = 3;
 
 struct FormatName
 {
@@ -72,24 +72,13 @@ std::optional<VirtualCardFrames> VirtualCard::frames(int device) const
     TessaraVirtualCardFrames frames = {};
     if (!m_instruments->frames(device, &frames))
         return std::nullopt;
-    return VirtualCardFrames{
-        frames.sent,
-        frames.waited,
-        nameOfFormat(frames.pixelFormat),
-        frames.width,
-        frames.height,
-        frames.rowBytes,
-        {frames.intervalP50, frames.intervalP99, frames.intervalMax, lateCalls(device)}};
-}
-
-QList<double> VirtualCard::lateCalls(int device) const
-{
-    std::vector<int64_t> times(std::size_t(m_instruments->lateCalls(device, nullptr, 0)));
-    m_instruments->lateCalls(device, times.data(), int64_t(times.size()));
-    QList<double> seconds;
-    for (const int64_t time : times)
-        seconds.append(double(time) * 1e-9);
-    return seconds;
+    return VirtualCardFrames{frames.sent,
+                             frames.waited,
+                             nameOfFormat(frames.pixelFormat),
+                             frames.width,
+                             frames.height,
+                             frames.rowBytes,
+                             {frames.intervalP50, frames.intervalP99, frames.intervalMax}};
 }
 
 std::optional<VirtualCardFrame> VirtualCard::newestFrame(int device) const

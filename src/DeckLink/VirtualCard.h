@@ -33,10 +33,9 @@ struct VirtualCardDevice
 /// Between display calls.
 struct VirtualCardIntervals
 {
-    double p50 = 0;     // s
-    double p99 = 0;     // s
-    double max = 0;     // s
-    QList<double> late; // s, the times of calls that came more than 4 ms too late
+    double p50 = 0; // s
+    double p99 = 0; // s
+    double max = 0; // s
 };
 
 /// What a device was sent since its output was last enabled.
@@ -113,8 +112,6 @@ private:
         : m_instruments(instruments)
     {
     }
-
-    QList<double> lateCalls(int device) const;
 
     const TessaraVirtualCardInstruments *m_instruments;
 };

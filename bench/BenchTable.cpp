@@ -1,6 +1,5 @@
 #include "bench/BenchTable.h"
 
-#include <algorithm>
 #include <cstdio>
 
 namespace tessara {
@@ -35,29 +34,27 @@ bool isOver(const BenchRow &row)
 void BenchTable::begin(const QString &title)
 {
     m_title = title;
-    std::printf("\n%-42s %8s %8s %8s %7s %7s %10s %-13s %11s %7s\n", qPrintable(title), "p50 ms",
-                "p99 ms", "best ms", "ticks", "quiet", "allocs", "  measured", "limit", "others");
+    std::printf("\n%-42s %12s %10s %7s %10s %-14s %12s\n", qPrintable(title), "processor ms",
+                "elapsed ms", "ticks", "allocs", "  measured", "limit");
 }
 
-void BenchTable::add(const BenchRow &row, double others)
+void BenchTable::add(const BenchRow &row)
 {
     std::printf("%-42s ", qPrintable(row.name));
     if (row.ticks) {
-        std::printf("%8s %8s %8s %7zu %5.0f %% %10s ", qPrintable(number(row.ticks->p50())),
-                    qPrintable(number(row.ticks->p99())), qPrintable(number(row.ticks->best())),
-                    row.ticks->count(), row.ticks->undisturbedShare() * 100,
+        std::printf("%12s %10s %7zu %10s ", qPrintable(number(row.ticks->processor())),
+                    qPrintable(number(row.ticks->elapsed())), row.ticks->count(),
                     qPrintable(QString::number(row.ticks->allocations(), 'g', 3)));
     } else {
-        std::printf("%53s ", "");
+        std::printf("%42s ", "");
     }
-    std::printf("%6s %-10s %11s %5.0f %%%s\n", qPrintable(number(row.value)), qPrintable(row.unit),
-                qPrintable(limitText(row)), others * 100, isOver(row) ? "  OVER" : "");
+    std::printf("%6s %-11s %8s%s\n", qPrintable(number(row.value)), qPrintable(row.unit),
+                qPrintable(limitText(row)), isOver(row) ? "  OVER" : "");
     std::fflush(stdout);
     if (isOver(row))
         m_overLimit.append(
             QStringLiteral("%1 %2: %3 %4, limit %5")
                 .arg(m_title, row.name, number(row.value), row.unit, limitText(row)));
-    m_mostOthers = std::max(m_mostOthers, others);
 }
 
 } // namespace tessara

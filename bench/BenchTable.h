@@ -15,7 +15,7 @@ struct BenchRow
     QString name;
     std::optional<Ticks> ticks = {};
     double value = 0; // what the limit is of
-    QString unit;     // "x memcpy"
+    QString unit;     // "x painter"
     std::optional<double> limit = {};
     bool isLeast = false; // the limit is the least that will do
 };
@@ -23,19 +23,15 @@ struct BenchRow
 class BenchTable
 {
 public:
-    /// `others` is the share of the machine that others took meanwhile.
     void begin(const QString &title);
-    void add(const BenchRow &row, double others);
+    void add(const BenchRow &row);
 
     /// The rows over their limit, by title and name.
     const QStringList &overLimit() const { return m_overLimit; }
-    /// The largest share that others took.
-    double mostOthers() const { return m_mostOthers; }
 
 private:
     QString m_title;
     QStringList m_overLimit;
-    double m_mostOthers = 0;
 };
 
 } // namespace tessara

@@ -1,5 +1,5 @@
-// The chapters of tessara-bench-frame. Each measures a memcpy of one frame in turns with its own
-// work, and adds its rows to the table.
+// The chapters of tessara-bench-frame. Each measures its work in turns with what it is compared to,
+// and adds its rows to the table.
 #pragma once
 
 #include "bench/BenchShow.h"
@@ -14,6 +14,7 @@ struct FrameBench
     ShowFiles show;
     std::optional<TextPreset> lowerThird;
     double seconds = 1; // for each of the works that take turns
+    Work painter;       // the yardstick
     BenchTable &table;
 
     bool isLarge() const { return size.width > 1920; }
@@ -21,8 +22,9 @@ struct FrameBench
     double limit(double small, double large) const { return isLarge() ? large : small; }
 };
 
-/// Copies a frame of that size from one place to another.
-Work memcpyWork(FrameSize size);
+/// All layers of the show dissolve, their sprites blended by the platform's painter: what a machine
+/// is slow at, it is slow at here as well.
+Work painterWork(FrameSize size, const ShowFiles &show);
 
 /// The show in its states, by the frame path and drawn from nothing.
 void benchScenes(const FrameBench &bench);

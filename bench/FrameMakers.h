@@ -1,9 +1,10 @@
-// Both ways from a document to the bytes of a frame, with a card that holds the last two.
+// The ways from a document to the bytes of a frame, with a card that holds the last two.
 #pragma once
 
 #include "DeckLink/DeckLinkFrameBuffer.h"
 #include "Models/CanvasDocument.h"
 #include "Rendering/FramePath/FramePath.h"
+#include "Rendering/LayerPrimitives.h"
 #include "Rendering/RenderEngine.h"
 
 #include <array>
@@ -55,6 +56,33 @@ private:
     QSize m_size;
     std::array<DeckLinkFrameBuffer, framesOnTheCard> m_held;
     std::size_t m_made = 0;
+};
+
+/// What the platform's painter can do with the same sprites: every drawing operation of the
+/// document as a picture that was made before, blended at its place and its opacity. What the
+/// document shows may fade from then on, and nothing else.
+class PaintedFrames
+{
+public:
+    PaintedFrames(const CanvasDocument &document, QSize size);
+
+    /// To be called before a frame, with the document that this was made for.
+    void readOpacities(const CanvasDocument &document);
+    void make();
+    const QImage &frame() const { return m_frame; }
+
+private:
+    struct Sprite
+    {
+        CanvasLayerItem item;
+        Fading fading;
+        QImage picture; // a mask's with its colour
+        QPoint place;   // px
+        double opacity = 0;
+    };
+
+    std::vector<Sprite> m_sprites;
+    QImage m_frame;
 };
 
 } // namespace tessara

@@ -4,9 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
-
-#include <sys/resource.h>
+#include <ctime>
 
 namespace tessara {
 
@@ -20,45 +18,33 @@ constexpr int mostTicksOfBlock = 40;
 constexpr std::size_t leastTicks = 5;
 constexpr int warmUpTicks = 8; // until kept buffers and caches have their size
 
-/// What a `share` of the values doesn't exceed; 0 without any.
-template <typename Value>
-Value percentile(std::vector<Value> values, double share)
+/// 0 without any values.
+double median(std::vector<double> values)
 {
     if (values.empty())
-        return {};
-    const auto rank = std::size_t(std::ceil(share * double(values.size())));
-    const auto place = values.begin() + std::ptrdiff_t(std::max<std::size_t>(rank, 1) - 1);
-    std::nth_element(values.begin(), place, values.end());
-    return *place;
+        return 0;
+    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
 }
 
-std::vector<double> milliseconds(const std::vector<Ticks::Tick> &ticks)
+Milliseconds processorTime()
 {
-    std::vector<double> values;
-    for (const Ticks::Tick &tick : ticks)
-        values.push_back(tick.milliseconds);
-    return values;
-}
-
-/// Of this thread, since it began.
-long interruptions()
-{
-    rusage usage{};
-    getrusage(RUSAGE_THREAD, &usage);
-    return usage.ru_nivcsw;
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
 Ticks::Tick runTick(const Work &work)
 {
     if (work.prepare)
         work.prepare();
-    const long before = interruptions();
     const quint64 allocations = heapAllocations();
     const Timer::time_point start = Timer::now();
+    const Milliseconds processor = processorTime();
     work.tick();
-    const double taken = Milliseconds(Timer::now() - start).count();
-    const quint64 made = heapAllocations() - allocations;
-    return {taken, interruptions() - before, made};
+    return {(processorTime() - processor).count(), Milliseconds(Timer::now() - start).count(),
+            heapAllocations() - allocations};
 }
 
 void warmUp(const Work &work)
@@ -72,50 +58,34 @@ void warmUp(const Work &work)
 
 void runBlock(const Work &work, Ticks &ticks)
 {
-    const Timer::time_point end =
-        Timer::now() + std::chrono::duration_cast<Timer::duration>(blockLength);
-    // Another's turn has left its own in the caches; what takes longer than a block fills them anew
+    // Another's turn has left its own in the caches; what takes as long as a block fills them anew
     // in any case.
-    const bool isLong = ticks.count() > 0 && ticks.best() >= blockLength.count();
-    if (!isLong)
-        runTick(work);
-    int done = 0;
-    do {
+    Ticks::Tick tick = runTick(work);
+    if (tick.elapsed >= blockLength.count()) {
+        ticks.add(tick);
+        return;
+    }
+    const Timer::time_point start = Timer::now();
+    for (int done = 0; done < mostTicksOfBlock && Timer::now() - start < blockLength; ++done)
         ticks.add(runTick(work));
-    } while (++done < mostTicksOfBlock && Timer::now() < end);
 }
 
 } // namespace
 
-double Ticks::p50() const
+double Ticks::processor() const
 {
-    constexpr double quietShare = 0.25;
-    std::vector<long> interruptions;
+    std::vector<double> values;
     for (const Tick &tick : m_ticks)
-        interruptions.push_back(tick.interruptions);
-    const long most = percentile(interruptions, quietShare);
-    std::vector<double> quiet;
-    for (const Tick &tick : m_ticks) {
-        if (tick.interruptions <= most)
-            quiet.push_back(tick.milliseconds);
-    }
-    return percentile(quiet, 0.5);
+        values.push_back(tick.processor);
+    return median(std::move(values));
 }
 
-double Ticks::p99() const
+double Ticks::elapsed() const
 {
-    return percentile(milliseconds(m_ticks), 0.99);
-}
-
-double Ticks::best() const
-{
-    return percentile(milliseconds(m_ticks), 0);
-}
-
-double Ticks::undisturbedShare() const
-{
-    const auto undisturbed = std::ranges::count(m_ticks, 0, &Tick::interruptions);
-    return m_ticks.empty() ? 0 : double(undisturbed) / double(m_ticks.size());
+    std::vector<double> values;
+    for (const Tick &tick : m_ticks)
+        values.push_back(tick.elapsed);
+    return median(std::move(values));
 }
 
 double Ticks::allocations() const

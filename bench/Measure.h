@@ -14,23 +14,18 @@ class Ticks
 public:
     struct Tick
     {
-        double milliseconds = 0;
-        long interruptions = 0; // how often the system gave the processor to others meanwhile
+        double processor = 0; // ms, of all threads of the process
+        double elapsed = 0;   // ms
         quint64 allocations = 0;
     };
 
     void add(const Tick &tick) { m_ticks.push_back(tick); }
 
     std::size_t count() const { return m_ticks.size(); }
-    /// The median of the quiet ticks, in ms: of those with the fewest interruptions, a quarter of
-    /// all at least. What others take of a busy machine would otherwise count for long ticks and
-    /// not for short ones.
-    double p50() const;
-    /// Of all ticks, in ms.
-    double p99() const;
-    double best() const;
-    /// The share of ticks without any interruption, 0 to 1.
-    double undisturbedShare() const;
+    /// The median, in ms of processor time: others of a busy machine take no part in it.
+    double processor() const;
+    /// The median, in ms that have passed.
+    double elapsed() const;
     /// The mean of a tick.
     double allocations() const;
 

@@ -1,5 +1,4 @@
 #include "bench/FrameBench.h"
-#include "bench/MachineLoad.h"
 #include "bench/ShowTicks.h"
 
 #include <QCoreApplication>
@@ -91,29 +90,24 @@ int runMemoryChild(const QString &way, FrameSize size, ShowFiles show)
 
 void benchMemory(const FrameBench &bench, const QStringList &arguments)
 {
-    const MachineLoad load;
     const auto drawn = memoryOf(QStringLiteral("reference"), bench.size, arguments);
     const auto path = memoryOf(QStringLiteral("frame-path"), bench.size, arguments);
     if (!drawn || !path)
         qFatal("The processes that tell their memory could not be run");
-    const double others = load.othersShare();
     const QString megabytes = QStringLiteral("MB");
     const QString unit = QStringLiteral("x drawn");
-    bench.table.add({QStringLiteral("memory before the first frame"), {}, path->before, megabytes},
-                    others);
-    bench.table.add({QStringLiteral("peak memory, drawn from nothing"), {}, drawn->peak, megabytes},
-                    others);
-    bench.table.add({QStringLiteral("peak memory"), {}, path->peak, megabytes}, others);
+    bench.table.add({QStringLiteral("memory before the first frame"), {}, path->before, megabytes});
+    bench.table.add(
+        {QStringLiteral("peak memory, drawn from nothing"), {}, drawn->peak, megabytes});
+    bench.table.add({QStringLiteral("peak memory"), {}, path->peak, megabytes});
     bench.table.add({QStringLiteral("peak memory over drawn from nothing"),
                      {},
                      path->peak / drawn->peak,
                      unit,
-                     1.15},
-                    others);
+                     1.15});
     bench.table.add(
-        {QStringLiteral("memory afterwards, drawn from nothing"), {}, drawn->resident, megabytes},
-        others);
-    bench.table.add({QStringLiteral("memory afterwards"), {}, path->resident, megabytes}, others);
+        {QStringLiteral("memory afterwards, drawn from nothing"), {}, drawn->resident, megabytes});
+    bench.table.add({QStringLiteral("memory afterwards"), {}, path->resident, megabytes});
 }
 
 } // namespace tessara

@@ -1,8 +1,8 @@
 #include "bench/FrameBench.h"
-#include "bench/MachineLoad.h"
 #include "bench/ShowTicks.h"
 
 #include <memory>
+#include <thread>
 
 namespace tessara {
 
@@ -13,18 +13,27 @@ struct Scene
     QString name;
     ShowTick (*tick)(CanvasDocument &document);
     int threads;
-    std::optional<double> limit;     // p50, times memcpy
-    std::optional<double> limitP99;  // times memcpy
-    std::optional<double> leastGain; // over drawing from nothing
+    std::optional<double> limit = {};     // times the painter
+    std::optional<double> leastGain = {}; // over drawing from nothing
 };
+
+const QString timesPainter = QStringLiteral("x painter");
 
 ShowTick steady(CanvasDocument &)
 {
     return nothingChanges();
 }
 
+/// What threads save shows in the time that passes alone.
+double timeOf(const Ticks &ticks, int threads)
+{
+    return threads > 1 ? ticks.elapsed() : ticks.processor();
+}
+
 void benchScene(const FrameBench &bench, const ShowFiles &files, const Scene &scene)
 {
+    if (scene.threads > 1 && scene.threads > int(std::thread::hardware_concurrency()))
+        return;
     BenchShow show(bench.size.canvas(), files);
     CanvasDocument &document = show.document();
     const ShowTick change = scene.tick(document);
@@ -32,8 +41,7 @@ void benchScene(const FrameBench &bench, const ShowFiles &files, const Scene &sc
         return; // the show has nothing of the kind
     PathFrames path(scene.threads, {targetOf(bench.size.pixels())});
     DrawnFrames drawn(bench.size.pixels());
-    const MachineLoad load;
-    const std::vector<Ticks> ticks = measureInTurns({memcpyWork(bench.size),
+    const std::vector<Ticks> ticks = measureInTurns({bench.painter,
                                                      {[&] {
                                                          change();
                                                          path.make(document);
@@ -43,56 +51,66 @@ void benchScene(const FrameBench &bench, const ShowFiles &files, const Scene &sc
                                                          drawn.make(document);
                                                      }}},
                                                     bench.seconds);
-    const double copy = ticks[0].p50();
-    const double others = load.othersShare();
-    const QString unit = QStringLiteral("x memcpy");
-    bench.table.add({scene.name, ticks[1], ticks[1].p50() / copy, unit, scene.limit}, others);
-    if (scene.limitP99)
-        bench.table.add(
-            {scene.name + QStringLiteral(", p99"), {}, ticks[1].p99() / copy, unit, scene.limitP99},
-            others);
-    bench.table.add({QStringLiteral("  drawn from nothing"), ticks[2], ticks[2].p50() / copy, unit},
-                    others);
-    // Others lengthen the long ticks of drawing from nothing, which must not count as a gain.
-    bench.table.add({scene.name + QStringLiteral(", gain"),
-                     {},
-                     ticks[2].best() / ticks[1].p50(),
-                     QStringLiteral("x"),
-                     scene.leastGain,
-                     true},
-                    others);
+    const double painted = timeOf(ticks[0], scene.threads);
+    bench.table.add({scene.name, ticks[1], timeOf(ticks[1], scene.threads) / painted, timesPainter,
+                     scene.limit});
+    bench.table.add({QStringLiteral("  drawn from nothing"), ticks[2],
+                     timeOf(ticks[2], scene.threads) / painted, timesPainter});
+    if (scene.leastGain)
+        bench.table.add({scene.name + QStringLiteral(", gain"),
+                         {},
+                         ticks[2].processor() / ticks[1].processor(),
+                         QStringLiteral("x"),
+                         scene.leastGain,
+                         true});
 }
 
 } // namespace
 
+Work painterWork(FrameSize size, const ShowFiles &files)
+{
+    struct Painted
+    {
+        Painted(FrameSize size, const ShowFiles &files)
+            : show(size.canvas(), files)
+            , change(allLayersDissolve(show.document()))
+            , frames(show.document(), size.pixels())
+        {
+        }
+
+        BenchShow show;
+        ShowTick change;
+        PaintedFrames frames;
+    };
+    const auto painted = std::make_shared<Painted>(size, files);
+    return {[painted] { painted->frames.make(); },
+            [painted] {
+                painted->change();
+                painted->frames.readOpacities(painted->show.document());
+            }};
+}
+
 void benchScenes(const FrameBench &bench)
 {
+    bench.table.add({QStringLiteral("all layers dissolve, by the painter"),
+                     measureInTurns({bench.painter}, bench.seconds).front(), 1, timesPainter});
     const Scene scenes[] = {
-        {QStringLiteral("steady, nothing changed"), &steady, 1, bench.limit(0.1, 0.05), {}, {}},
-        {QStringLiteral("three clocks change"), &clocksChange, 1, bench.limit(0.8, 0.4), {}, {}},
+        {QStringLiteral("steady, nothing changed"), &steady, 1, 0.002},
+        {QStringLiteral("three clocks change"), &clocksChange, 1, bench.limit(0.15, 0.08)},
         {QStringLiteral("all layers dissolve, 1 thread"), &allLayersDissolve, 1,
-         bench.limit(8.5, 4), bench.limit(14, 6), bench.limit(35, 30)},
-        {QStringLiteral("all layers dissolve, 2 threads"),
-         &allLayersDissolve,
-         2,
-         bench.limit(5, 2.5),
-         {},
-         {}},
-        {QStringLiteral("reveal of a group, 1 thread"), &groupReveals, 1, {}, {}, {}},
-        {QStringLiteral("still, backdrop changes, 1 thread"), &backdropChanges, 1, {}, {}, {}},
+         bench.limit(1, 0.85), bench.limit(35, 25)},
+        {QStringLiteral("all layers dissolve, 2 threads"), &allLayersDissolve, 2, 0.45},
+        {QStringLiteral("reveal of a group, 1 thread"), &groupReveals, 1},
+        {QStringLiteral("still, backdrop changes, 1 thread"), &backdropChanges, 1},
     };
     for (const Scene &scene : scenes)
         benchScene(bench, bench.show, scene);
     if (!bench.lowerThird)
         return;
     const Scene lowerThirds[] = {
-        {QStringLiteral("lower third dissolves, 1 thread"),
-         &allLayersDissolve,
-         1,
-         bench.limit(0.35, 0.15),
-         {},
-         {}},
-        {QStringLiteral("lower third reveals, 1 thread"), &groupReveals, 1, {}, {}, {}},
+        {QStringLiteral("lower third dissolves, 1 thread"), &allLayersDissolve, 1,
+         bench.limit(0.05, 0.03)},
+        {QStringLiteral("lower third reveals, 1 thread"), &groupReveals, 1},
     };
     for (const Scene &scene : lowerThirds)
         benchScene(bench, {bench.lowerThird, {}}, scene);
@@ -106,43 +124,29 @@ void benchTyping(const FrameBench &bench)
     CanvasDocument empty(clock, bench.size.canvas());
     const ShowTick typeAlone = titleIsTyped(empty, bench.size.scale());
     const std::vector<FrameTarget> targets{targetOf(bench.size.pixels())};
-    PathFrames inShow(ForkJoin::standardThreads(), targets);
-    PathFrames alone(ForkJoin::standardThreads(), targets);
-    PathFrames aloneOnOne(1, targets);
-    DrawnFrames drawn(bench.size.pixels());
-    const MachineLoad load;
-    const std::vector<Ticks> ticks = measureInTurns({memcpyWork(bench.size),
-                                                     {[&] {
-                                                         typeInShow();
-                                                         inShow.make(show.document());
-                                                     }},
-                                                     {[&] {
-                                                         typeAlone();
-                                                         alone.make(empty);
-                                                     }},
-                                                     {[&] {
-                                                         typeAlone();
-                                                         aloneOnOne.make(empty);
-                                                     }},
-                                                     {[&] {
-                                                         typeInShow();
-                                                         drawn.make(show.document());
-                                                     }}},
-                                                    bench.seconds);
-    const double copy = ticks[0].p50();
-    const double others = load.othersShare();
-    const QString unit = QStringLiteral("x memcpy");
-    bench.table.add({QStringLiteral("typing 400 characters in the show"), ticks[1],
-                     ticks[1].p50() / copy, unit},
-                    others);
-    bench.table.add({QStringLiteral("  drawn from nothing"), ticks[4], ticks[4].p50() / copy, unit},
-                    others);
-    bench.table.add({QStringLiteral("typing, the title's sprites"), ticks[2], ticks[2].p50(),
-                     QStringLiteral("ms"), bench.limit(4, 9)},
-                    others);
-    bench.table.add({QStringLiteral("typing, the title's sprites, 1 thread"), ticks[3],
-                     ticks[3].p50(), QStringLiteral("ms")},
-                    others);
+    PathFrames inShow(1, targets);
+    PathFrames alone(1, targets);
+    DrawnFrames drawnInShow(bench.size.pixels());
+    DrawnFrames drawnAlone(bench.size.pixels());
+    const auto typing = [](const ShowTick &type, auto &frames, const CanvasDocument &document) {
+        return Work{[&] {
+            type();
+            frames.make(document);
+        }};
+    };
+    const std::vector<Ticks> ticks =
+        measureInTurns({typing(typeInShow, inShow, show.document()),
+                        typing(typeInShow, drawnInShow, show.document()),
+                        typing(typeAlone, alone, empty), typing(typeAlone, drawnAlone, empty)},
+                       bench.seconds);
+    const auto add = [&](const QString &name, const Ticks &path, const Ticks &drawn, double limit) {
+        bench.table.add(
+            {name, path, path.processor() / drawn.processor(), QStringLiteral("x drawn"), limit});
+        bench.table.add(
+            {QStringLiteral("  drawn from nothing"), drawn, 1, QStringLiteral("x drawn")});
+    };
+    add(QStringLiteral("typing 400 characters in the show"), ticks[0], ticks[1], 0.03);
+    add(QStringLiteral("typing 400 characters alone"), ticks[2], ticks[3], 0.05);
 }
 
 void benchFormats(const FrameBench &bench)
@@ -184,13 +188,11 @@ void benchFormats(const FrameBench &bench)
             path->make(show.document());
         }});
     }
-    const MachineLoad load;
     const std::vector<Ticks> ticks = measureInTurns(works, bench.seconds);
     for (std::size_t index = 0; index < formats.size(); ++index)
         bench.table.add({QStringLiteral("dissolve, ") + formats[index].name, ticks[index],
-                         ticks[index].p50() / ticks.front().p50(), QStringLiteral("x fill"),
-                         formats[index].limit},
-                        load.othersShare());
+                         ticks[index].processor() / ticks.front().processor(),
+                         QStringLiteral("x fill"), formats[index].limit});
 }
 
 } // namespace tessara

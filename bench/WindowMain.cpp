@@ -1,4 +1,4 @@
-// tessara-bench-window: how steadily frames leave while the window is open.
+// tessara-bench-window: what a show costs while the window is open.
 #include <QCommandLineParser>
 #include <QGuiApplication>
 #include <QMetaEnum>
@@ -15,6 +15,7 @@
 #include "UI/Workspace.h"
 
 #include <cstdio>
+#include <ctime>
 
 Q_IMPORT_QML_PLUGIN(TessaraPlugin)
 
@@ -57,22 +58,39 @@ QUuid addLayer(CanvasDocument &document, int index)
     return placed(text);
 }
 
-void report(const AppState &app)
+Seconds clockTime(clockid_t clock)
 {
-    for (int device : {0, 1}) {
-        const VirtualCardFrames frames =
-            VirtualCard::find()->frames(device).value_or(VirtualCardFrames{});
-        if (frames.sent == 0)
-            continue;
-        std::printf("device %d: frames %lld, interval p50 %.2f ms, p99 %.2f ms, max %.2f ms, "
-                    "late by more than 4 ms %lld (%.2f %%)\n",
-                    device, static_cast<long long>(frames.sent), frames.intervals.p50 * 1000,
-                    frames.intervals.p99 * 1000, frames.intervals.max * 1000,
-                    static_cast<long long>(frames.intervals.late.size()),
-                    double(frames.intervals.late.size()) / double(frames.sent) * 100);
-    }
-    std::printf("ticks lost %llu\n", static_cast<unsigned long long>(app.missedTicks()));
+    timespec time{};
+    clock_gettime(clock, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
+
+/// Of the processor, from its making on.
+class ProcessorTime
+{
+public:
+    void report(const AppState &app) const
+    {
+        const qint64 ticks = VirtualCard::find()->frames(0).value_or(VirtualCardFrames{}).sent;
+        std::printf("ticks %lld, lost %llu\n", static_cast<long long>(ticks),
+                    static_cast<unsigned long long>(app.missedTicks()));
+        const Seconds interval = (clockTime(CLOCK_MONOTONIC) - m_start) / double(ticks);
+        print("all threads", clockTime(CLOCK_PROCESS_CPUTIME_ID) - m_process, ticks, interval);
+        print("main thread", clockTime(CLOCK_THREAD_CPUTIME_ID) - m_thread, ticks, interval);
+    }
+
+private:
+    static void print(const char *name, Seconds time, qint64 ticks, Seconds interval)
+    {
+        const Seconds ofATick = time / double(ticks);
+        std::printf("%s: processor time %.2f ms a tick, %.1f %% of the interval\n", name,
+                    ofATick.count() * 1000, ofATick / interval * 100);
+    }
+
+    Seconds m_start = clockTime(CLOCK_MONOTONIC);
+    Seconds m_process = clockTime(CLOCK_PROCESS_CPUTIME_ID);
+    Seconds m_thread = clockTime(CLOCK_THREAD_CPUTIME_ID);
+};
 
 /// Each layer dissolves by itself: a group is cued as one.
 void prepareToDissolve(CanvasDocument &document, const QList<QUuid> &layers)
@@ -104,6 +122,7 @@ Task playShow(AppState &app, Show show)
         co_return;
     const Nanoseconds end = app.clock().now() + toNanoseconds(show.length);
     app.startDeckLinkOutput();
+    const ProcessorTime processorTime;
     while (app.clock().now() < end) {
         for (const QUuid &id : dissolving)
             document.toggleCue(id);
@@ -112,7 +131,7 @@ Task playShow(AppState &app, Show show)
         if (!slept)
             co_return;
     }
-    report(app);
+    processorTime.report(app);
     app.stopDeckLinkOutput();
     QCoreApplication::quit();
 }

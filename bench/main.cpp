@@ -2,10 +2,8 @@
 #include <QCommandLineParser>
 #include <QGuiApplication>
 
-#include "Base/Pixels/StoreTrial.h"
 #include "Base/ProcessTuning.h"
 #include "bench/FrameBench.h"
-#include "bench/MachineLoad.h"
 #include "Rendering/ApplicationFonts.h"
 
 #include <algorithm>
@@ -19,7 +17,6 @@ using namespace tessara;
 constexpr FrameSize frameSizes[] = {{1920, 1080}, {3840, 2160}};
 constexpr double fullSeconds = 2; // a work
 constexpr double quickSeconds = 0.2;
-constexpr double busyShare = 0.1; // taken by others, from where on figures say little
 
 struct Chapter
 {
@@ -122,7 +119,7 @@ void runChapters(const Options &options, const ShowFiles &show, BenchTable &tabl
     for (const FrameSize size : frameSizes) {
         if (!options.wants(size))
             continue;
-        const FrameBench bench{size, show, lowerThird, seconds, table};
+        const FrameBench bench{size, show, lowerThird, seconds, painterWork(size, show), table};
         table.begin(QStringLiteral("%1x%2").arg(size.width).arg(size.height));
         for (const Chapter &chapter : chapters) {
             if (options.wants(chapter.name))
@@ -146,15 +143,9 @@ int main(int argc, char **argv)
         ShowFiles::read(options.parser.value(options.preset), options.parser.value(options.macros));
     if (options.parser.isSet(options.memoryOf))
         return runMemoryChild(options, std::move(show));
-    std::printf("Large frames are written %s.\n", storesForLargeFrames() == RowStores::streaming
-                                                      ? "past the cache"
-                                                      : "through the cache, fetched ahead");
     BenchTable table;
     runChapters(options, show, table);
     std::printf("\n");
-    if (table.mostOthers() > busyShare)
-        std::printf("The machine was busy: others took up to %.0f %% of it.\n",
-                    table.mostOthers() * 100);
     std::fflush(stdout);
     for (const QString &row : table.overLimit())
         std::fprintf(stderr, "over its limit: %s\n", qPrintable(row));

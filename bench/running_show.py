@@ -1,15 +1,14 @@
 #!/usr/bin/env python3
-"""How steadily frames leave while every layer of a show dissolves in and out without a pause.
+"""What a show costs while every layer dissolves in and out without a pause.
 
 The layers of a preset, and those that macros add, go through the virtual card in real time, without a
-display. With --canvas-width the show is scaled to a larger canvas. It prints the intervals between
-frames, what the main thread did, the memory of the program, and the ticks that were lost: when, and
-whether the machine itself stood still then.
+display. With --canvas-width the show is scaled to a larger canvas. It prints the processor time of a
+tick, its share of the interval, and the ticks that were lost.
 """
 import argparse
 import json
+import os
 import pathlib
-import subprocess
 import sys
 import tempfile
 import time
@@ -17,33 +16,8 @@ import time
 sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent / "scripts"))
 from headless import PROGRAM, Show  # noqa: E402
 
-COPIES = PROGRAM.with_name("tessara-bench-copies")
-LOOK = PROGRAM.with_name("tessara-bench-look")
-STALL_WATCH = PROGRAM.with_name("tessara-bench-stalls")
-LONGEST_EFFECT = 0.03  # s, of a stall on the frames after it
-COPYING = 20  # s
 DESIGN_WIDTH = 1920  # of the canvas that presets are made for
 MACRO_LENGTHS = ("posX", "posY", "sizeW", "sizeH", "fontSize", "cornerRadius")
-
-
-class StallWatch:
-    """Notes when nothing could run on a core, not even what goes before all others."""
-
-    def __init__(self):
-        self.output = tempfile.TemporaryFile("w+")  # takes all of a bad hour, as no pipe does
-        self.process = subprocess.Popen([str(STALL_WATCH)], stdin=subprocess.PIPE,
-                                        stdout=self.output, text=True)
-        self.stalls = []
-
-    def end(self):
-        self.process.communicate()
-        self.output.seek(0)
-        for line in self.output:
-            core, begin, end = line.split()
-            self.stalls.append((int(core), float(begin), float(end)))
-
-    def between(self, start, end):
-        return [stall for stall in self.stalls if stall[1] < end and stall[2] > start]
 
 
 def scaled_preset(preset, scale):
@@ -82,6 +56,7 @@ def choose(show, manager, mode):
     if not found:
         sys.exit(f"the {manager} device has no mode {mode}")
     show.set(f"{manager}.selectedModeID", found[0]["modeID"])
+    return found[0]["frameDuration"] / found[0]["timeScale"]
 
 
 def build(show, options, data):
@@ -100,18 +75,6 @@ def build(show, options, data):
             show.wait(2)
 
 
-def copy_frames(show, routing):
-    """What the machine does with frames before anything is drawn."""
-    found = [each for each in show.get("fill.modes")
-             if each["modeID"] == show.get("fill.selectedModeID")]
-    rate = found[0]["timeScale"] / found[0]["frameDuration"]
-    outputs = 2 if routing == "keyAndFill" else 1
-    copies = subprocess.run([str(COPIES), str(found[0]["width"] * found[0]["height"] * 4),
-                             str(outputs), str(rate), str(COPYING)],
-                            stdout=subprocess.PIPE, text=True, check=True)
-    print(f"a copy of {outputs} frames at every beat, nothing else: {copies.stdout.strip()}")
-
-
 def part_groups(show, layers):
     """A group is cued as one: each layer is to be cued for itself."""
     for layer in layers:
@@ -120,10 +83,14 @@ def part_groups(show, layers):
             show.call("document.ungroupPreset", group)
 
 
-def main_thread(show):
-    """Seconds that the program's main thread has run, and that it has waited for a core."""
-    schedule = pathlib.Path(f"/proc/{show.process.pid}/schedstat").read_text().split()
-    return float(schedule[0]) / 1e9, float(schedule[1]) / 1e9
+def processor_time(show):
+    """In seconds, of all threads of the program and of its main one."""
+    def seconds(stat):
+        fields = stat.read_text().rpartition(")")[2].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    process = pathlib.Path("/proc", str(show.process.pid))
+    return seconds(process / "stat"), seconds(process / "task" / process.name / "stat")
 
 
 def dissolve_in_and_out(show, layers, seconds):
@@ -131,52 +98,20 @@ def dissolve_in_and_out(show, layers, seconds):
     for layer in layers:
         show.call("document.setRunTransitionStyle", "dissolve", layer)
         show.call("document.setRunDissolveDuration", dissolve, layer)
-    losses = []
-    lost = 0
-    start = looked = time.monotonic()
-    while time.monotonic() < start + seconds:
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
         for layer in layers:
             show.call("document.toggleCue", layer)
         show.call("document.takeCues")
         show.wait(dissolve + 0.05)
-        before, lost = lost, show.get("app.missedTicks")
-        since, looked = looked, time.monotonic()
-        if lost > before:
-            losses.append((lost - before, since, looked))
-    return start, looked, losses
 
 
-def report_losses(start, losses, watch):
-    for count, since, until in losses:
-        stops = [end - begin for _, begin, end in watch.between(since, until)]
-        print(f"{count} ticks lost between {since - start:.1f} and {until - start:.1f} s: "
-              + (f"a core stood still {len(stops)} times, {max(stops) * 1000:.1f} ms at most"
-                 if stops else "the machine ran"))
-    if watch.stalls:
-        lengths = [end - begin for _, begin, end in watch.stalls]
-        print(f"machine: {len(lengths)} times a core stood still for more than 4 ms, "
-              f"{max(lengths) * 1000:.1f} ms at most")
-
-
-def report(show, seconds, watch):
-    for device in (0, 1):
-        frames = show.call("card.frames", device)
-        if not frames["sent"]:
-            continue
-        intervals = frames["intervals"]
-        late = intervals["late"]
-        delayed = [time for time in late if watch.between(time - LONGEST_EFFECT, time)]
-        print(f"device {device}: {frames['width']} x {frames['height']} {frames['format']}, "
-              f"{frames['sent']} frames, waited {frames['waited']}, "
-              f"intervals p50 {intervals['p50'] * 1000:.2f} ms, p99 {intervals['p99'] * 1000:.2f} ms, "
-              f"max {intervals['max'] * 1000:.2f} ms, late by more than 4 ms {len(late)} "
-              f"({len(late) / frames['sent'] * 100:.3f} %), "
-              f"{len(delayed)} of them while the machine stood still")
-    print(f"ticks lost in {seconds:.0f} s: {show.get('app.missedTicks')}")
-    status = pathlib.Path(f"/proc/{show.process.pid}/status").read_text()
-    for line in status.splitlines():
-        if line.startswith(("VmHWM", "VmRSS")):
-            print(" ".join(line.split()))
+def report(show, interval, used):
+    ticks = show.call("card.frames", 0)["sent"]
+    for name, seconds in zip(("all threads", "main thread"), used):
+        print(f"{name}: processor time {seconds / ticks * 1000:.2f} ms a tick, "
+              f"{seconds / ticks / interval * 100:.1f} % of the interval")
+    print(f"ticks {ticks}, lost {show.get('app.missedTicks')}")
 
 
 def main():
@@ -188,32 +123,20 @@ def main():
     parser.add_argument("--mode", default="1080p50")
     parser.add_argument("--routing", default="keyAndFill")
     parser.add_argument("--seconds", type=float, default=60)
-    parser.add_argument("--watched", action="store_true",
-                        help="another program looks at the frames, so that the card copies each")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as data, Show(options.program, data) as show:
-        choose(show, "fill", options.mode)
+        interval = choose(show, "fill", options.mode)
         show.set("app.deckLinkOutputRouting", options.routing)
-        copy_frames(show, options.routing)
         build(show, options, data)
         layers = show.get("document.layerOrder")
         part_groups(show, layers)
         print(f"{len(layers)} layers on {options.canvas_width} px, {options.mode}, "
               f"{options.routing}")
         show.call("app.startDeckLinkOutput")
-        viewer = subprocess.Popen([str(LOOK), data], stdin=subprocess.PIPE) if options.watched else None
-        watch = StallWatch()
-        before = main_thread(show)
-        start, end, losses = dissolve_in_and_out(show, layers, options.seconds)
-        seconds = end - start
-        ran, waited = (after - then for after, then in zip(main_thread(show), before))
-        watch.end()
-        if viewer:
-            viewer.communicate()
-        report(show, seconds, watch)
-        report_losses(start, losses, watch)
-        print(f"main thread: ran {ran / seconds * 100:.1f} % of the time, "
-              f"waited {waited * 1000:.0f} ms for a core")
+        before = processor_time(show)
+        dissolve_in_and_out(show, layers, options.seconds)
+        used = [after - then for after, then in zip(processor_time(show), before)]
+        report(show, interval, used)
         show.call("app.stopDeckLinkOutput")
 
 

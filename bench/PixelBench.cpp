@@ -66,7 +66,7 @@ void benchConversions(const FrameBench &bench)
     const auto pass = [=](Convert convert, TargetRows rows) {
         return [=] { convert(from, rows, width, height); };
     };
-    const OutputKernels &kernels = outputKernels(RowStores::streaming);
+    const OutputKernels &kernels = outputKernels();
     const auto rows = [=](OutputKernels::Convert convert, TargetRows outputRows) {
         return [=] {
             for (int y = 0; y < height; ++y)

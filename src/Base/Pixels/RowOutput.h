@@ -5,10 +5,6 @@
 
 namespace tessara {
 
-/// How bytes reach a frame: through the cache, through the cache with its memory asked for ahead,
-/// or past the cache.
-enum class RowStores { plain, fetching, streaming };
-
 /// Any positive number of pixels and targets anywhere. Nothing is written past the target's last
 /// pixel; a source begins at a multiple of 4 bytes and may be read up to 64 bytes past its end.
 struct OutputKernels
@@ -31,9 +27,9 @@ struct OutputKernels
     ConvertMirrored mirroredARGB;
 };
 
-/// The kernels for this processor. Rows that were streamed are in memory, for other threads and
-/// for the card, after `finishStreaming`.
-const OutputKernels &outputKernels(RowStores stores);
+/// The kernels for this processor. They write past the cache: rows are in memory, for other threads
+/// and for the card, after `finishStreaming`.
+const OutputKernels &outputKernels();
 void finishStreaming();
 
 } // namespace tessara

@@ -20,16 +20,16 @@ OutputKernels::Convert conversion(const OutputKernels &kernels, const FrameTarge
 
 } // namespace
 
-FrameOutput::FrameOutput(const FrameTarget &target, quint8 *bytes, RowStores stores)
+FrameOutput::FrameOutput(const FrameTarget &target, quint8 *bytes)
     : m_bytes(bytes)
     , m_rowBytes(target.rowBytes)
     , m_bytesPerPixel(target.format == FrameFormat::yuv ? 2 : 4)
     // Without an alpha there is none to be mirrored.
     , m_isMirrored(target.content == FrameContent::fillWithMirroredAlpha
                    && target.format != FrameFormat::yuv)
-    , m_convert(conversion(outputKernels(stores), target))
-    , m_mirror(target.format == FrameFormat::argb ? outputKernels(stores).mirroredARGB
-                                                  : outputKernels(stores).mirrored)
+    , m_convert(conversion(outputKernels(), target))
+    , m_mirror(target.format == FrameFormat::argb ? outputKernels().mirroredARGB
+                                                  : outputKernels().mirrored)
 {
 }
 

@@ -10,7 +10,7 @@ namespace tessara {
 class FrameOutput
 {
 public:
-    FrameOutput(const FrameTarget &target, quint8 *bytes, RowStores stores);
+    FrameOutput(const FrameTarget &target, quint8 *bytes);
 
     bool isMirrored() const { return m_isMirrored; }
     /// The pixels from `from` to below `to` of row `y`; `row` begins at pixel 0. `from` is even.

@@ -1,6 +1,5 @@
 #include "Rendering/FramePath/FramePath.h"
 
-#include "Base/Pixels/StoreTrial.h"
 #include "Models/CanvasDocument.h"
 
 #include <algorithm>
@@ -8,20 +7,6 @@
 namespace tessara {
 
 namespace {
-
-RowStores storesFor(qsizetype bytes)
-{
-    constexpr qsizetype large = 4 << 20; // bytes a frame
-    return bytes > large ? storesForLargeFrames() : RowStores::plain;
-}
-
-qsizetype bytesOf(const TileDamage &stale, const FrameTarget &target)
-{
-    return rowBytesOf(target.format, stale.tileWidth()) * TileDamage::bandRows * stale.tiles();
-}
-
-// The rows that are scaled next are read at once.
-constexpr RowStores canvasStores = RowStores::plain;
 
 quint32 premultiplied(const std::optional<QColor> &background)
 {
@@ -44,7 +29,6 @@ FramePath::FramePath(int threads)
     : m_workers(threads)
     , m_scene(m_workers)
 {
-    storesForLargeFrames(); // tried now, before a frame is due
 }
 
 FramePath::Result FramePath::render(const CanvasDocument &document,
@@ -170,7 +154,6 @@ bool FramePath::composeOutputs()
 {
     m_destinations.clear();
     m_stale.clear();
-    qsizetype bytes = 0;
     for (Output &output : m_outputs) {
         if (output.scaled >= 0)
             continue;
@@ -178,13 +161,12 @@ bool FramePath::composeOutputs()
         if (!slot)
             return false;
         m_stale.add(slot->stale);
-        bytes += bytesOf(slot->stale, output.target);
     }
     for (Output &output : m_outputs) {
         if (output.scaled >= 0)
             continue;
         FrameRing::Slot *slot = output.ring.current();
-        const FrameOutput destination(output.target, slot->bytes.writableData(), storesFor(bytes));
+        const FrameOutput destination(output.target, slot->bytes.writableData());
         if (destination.isMirrored())
             composeMirrored(destination, slot->stale);
         else
@@ -202,7 +184,7 @@ bool FramePath::composeScaledOutputs()
         return true;
     const FrameTarget canvas{FrameContent::fill, FrameFormat::bgra, m_geometry.pixels,
                              qsizetype(m_geometry.pixels.width()) * 4};
-    m_destinations.assign(1, FrameOutput(canvas, m_canvasFrame.writableData(), canvasStores));
+    m_destinations.assign(1, FrameOutput(canvas, m_canvasFrame.writableData()));
     compose(m_destinations, m_damage);
     for (std::size_t index = 0; index < m_scaled.size(); ++index) {
         const TileDamage &changed =
@@ -214,9 +196,7 @@ bool FramePath::composeScaledOutputs()
             FrameRing::Slot *slot = output.ring.next();
             if (!slot)
                 return false;
-            write(m_scaled[index],
-                  FrameOutput(output.target, slot->bytes.writableData(),
-                              storesFor(bytesOf(slot->stale, output.target))),
+            write(m_scaled[index], FrameOutput(output.target, slot->bytes.writableData()),
                   slot->stale);
             slot->stale.clear();
         }

@@ -166,11 +166,11 @@ void benchFormats(const FrameBench &bench)
          1.15},
         {QStringLiteral("fill for an external key"),
          {targetOf(size, FrameContent::fillWithMirroredAlpha)},
-         1.2},
+         1.4},
         {QStringLiteral("fill, 2vuy"), {targetOf(size, FrameContent::fill, FrameFormat::yuv)}, 1.3},
         {QStringLiteral("fill and key"),
          {fill, targetOf(size, FrameContent::key)},
-         bench.limit(1.45, 1.3)},
+         bench.limit(1.5, 1.4)},
         {QStringLiteral("key alone"), {targetOf(size, FrameContent::key)}, {}},
         {QStringLiteral("fill, scaled to 1280x720"), {targetOf({1280, 720})}, {}},
     };

@@ -208,9 +208,9 @@ TEST_F(HistoryOfWritersTest, EditsInTheirQuietTimeAreUndoneFromTheLatestOn)
         labels.append(undo().redoLabel());
     }
 
-    EXPECT_EQ(labels, (QStringList{QStringLiteral("Rename Layer"), QStringLiteral("Edit Text"),
-                                   QStringLiteral("Change Font Size"),
-                                   QStringLiteral("Edit Text")}));
+    EXPECT_EQ(labels,
+              (QStringList{QStringLiteral("Rename Layer"), QStringLiteral("Edit Text"),
+                           QStringLiteral("Change Font Size"), QStringLiteral("Edit Text")}));
     EXPECT_EQ(one->text(), QStringLiteral("Text 1"));
     EXPECT_EQ(two->text(), QStringLiteral("Text 2"));
 }

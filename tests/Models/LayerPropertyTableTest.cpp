@@ -318,15 +318,15 @@ TEST_F(LayerPropertyTableTest, TextsAreTakenAsTheyStand)
 
 TEST_F(LayerPropertyTableTest, AValueThatIsNotFiniteHasATextThatChangesNothing)
 {
-    layers.image.setPosition({std::nan(""), -std::numeric_limits<double>::infinity()});
-    const QString x = valueOf(&layers.image, "posX");
-    const QString y = valueOf(&layers.image, "posY");
-    layers.image.setPosition({1, 2});
+    for (const double opacity : {std::nan(""), -std::numeric_limits<double>::infinity()}) {
+        layers.image.setOpacity(opacity);
+        const QString text = valueOf(&layers.image, "opacity");
+        layers.image.setOpacity(0.25);
 
-    applyLayerProperty(&layers.image, QStringLiteral("posX"), x);
-    applyLayerProperty(&layers.image, QStringLiteral("posY"), y);
+        applyLayerProperty(&layers.image, QStringLiteral("opacity"), text);
 
-    EXPECT_EQ(layers.image.position(), QPointF(1, 2));
+        EXPECT_EQ(layers.image.opacity(), 0.25);
+    }
 }
 
 } // namespace

@@ -158,9 +158,12 @@ TEST_F(FramePreparationTest, ATakeFindsTheSpritesOfALayerThatWasHidden)
     const QUuid id = QUuid::createUuid();
     TextLayer *title = addHidden(id, "Title");
     document.setRunTransitionStyle(LayerRunTransitionStyle::cut, id);
+    ShapeLayer *shape = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
     frame();
     path.prepareHidden();
-    prepare();
+    document.moveLayer(shape->id(), {20, 10}); // the same sprite
+    prepare();                                 // until what was made ahead has come
+    frame();
 
     setVisibility(title, 1);
     document.applyLayerHiddenState(id, false);

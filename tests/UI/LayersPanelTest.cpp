@@ -11,13 +11,6 @@ namespace {
 class LayersPanelTest : public WindowFixture
 {
 protected:
-    QUuid addTitleNamed(const QString &name)
-    {
-        TextLayer *title = document->addTextLayer();
-        title->setName(name);
-        return title->id();
-    }
-
     /// A group of two titles of that name.
     QUuid addGroup(const QString &name)
     {
@@ -25,23 +18,6 @@ protected:
         const QUuid other = addTitleNamed(name + QStringLiteral(" 2"));
         document->groupLayers({one, other}, name);
         return *document->presetGroupID(one);
-    }
-
-    /// The part of that row of the given object name; the row itself without one.
-    QQuickItem *inRow(const QString &rowName, const QString &part) const
-    {
-        for (QQuickItem *candidate : visibleItems()) {
-            if (candidate->objectName() != part)
-                continue;
-            const QQuickItem *row = candidate;
-            while (row && !row->property("record").isValid())
-                row = row->parentItem();
-            const auto *record = row ? row->property("record").value<QObject *>() : nullptr;
-            if (record && record->property("name").toString() == rowName)
-                return candidate;
-        }
-        ADD_FAILURE() << "no " << qPrintable(part) << " in a row " << qPrintable(rowName);
-        return nullptr;
     }
 
     QQuickItem *nameIn(const QString &rowName) const

@@ -23,13 +23,6 @@ protected:
         openRunlist();
     }
 
-    QUuid addTitleNamed(const QString &name)
-    {
-        TextLayer *layer = document->addTextLayer();
-        layer->setName(name);
-        return layer->id();
-    }
-
     /// By the button in the title bar; from here on the hands are on the new window.
     void openRunlist()
     {

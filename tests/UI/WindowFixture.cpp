@@ -86,6 +86,22 @@ QQuickItem *WindowFixture::itemWithText(const QString &text) const
     return nullptr;
 }
 
+QQuickItem *WindowFixture::inRow(const QString &rowName, const QString &part) const
+{
+    for (QQuickItem *candidate : visibleItems()) {
+        if (candidate->objectName() != part)
+            continue;
+        const QQuickItem *row = candidate;
+        while (row && !row->property("record").isValid())
+            row = row->parentItem();
+        const auto *record = row ? row->property("record").value<QObject *>() : nullptr;
+        if (record && record->property("name").toString() == rowName)
+            return candidate;
+    }
+    ADD_FAILURE() << "no " << qPrintable(part) << " in a row " << qPrintable(rowName);
+    return nullptr;
+}
+
 QQuickItem *WindowFixture::segment(const QString &label) const
 {
     for (QQuickItem *candidate : visibleItems()) {
@@ -145,6 +161,20 @@ void WindowFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
     settle();
 }
 
+void WindowFixture::hold(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    constexpr int repeats = 5;
+    const QString text(QChar(QTest::keyToAscii(key)));
+    QTest::simulateEvent(window, true, key, modifiers, text, false);
+    for (int repeat = 0; repeat < repeats; ++repeat) {
+        QTest::simulateEvent(window, false, key, modifiers, text, true);
+        QTest::simulateEvent(window, true, key, modifiers, text, true);
+        QTest::qWait(1);
+    }
+    QTest::simulateEvent(window, false, key, modifiers, text, false);
+    settle();
+}
+
 void WindowFixture::type(const QString &text)
 {
     for (const QChar letter : text)
@@ -186,6 +216,13 @@ void WindowFixture::addTitle()
     EXPECT_TRUE(until([this] { return item(QStringLiteral("tool0"))->isVisible(); }));
     click(item(QStringLiteral("tool0")));
     EXPECT_TRUE(until([&] { return layers() > before; }));
+}
+
+QUuid WindowFixture::addTitleNamed(const QString &name)
+{
+    TextLayer *title = document->addTextLayer();
+    title->setName(name);
+    return title->id();
 }
 
 } // namespace tessara

@@ -29,6 +29,9 @@ protected:
     /// All items below the window that are to be seen.
     QList<QQuickItem *> visibleItems() const;
     QQuickItem *itemWithText(const QString &text) const;
+    /// The visible part of the given object name in the row of that name; a test fails that finds
+    /// none.
+    QQuickItem *inRow(const QString &rowName, const QString &part) const;
     /// The visible button of that text, a segment of a row of them for one; a test fails that finds
     /// none.
     QQuickItem *segment(const QString &label) const;
@@ -42,6 +45,8 @@ protected:
     void dragWithoutRelease(QQuickItem *target, int distance);
     void release();
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    /// Holds the key until it has repeated some times, as the window system tells it.
+    void hold(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     void type(const QString &text);
     /// Lets the window catch up until `isSo`, at most a few seconds.
     bool until(const std::function<bool()> &isSo) const;
@@ -50,6 +55,8 @@ protected:
 
     void openTools();
     void addTitle();
+    /// Not by the tools.
+    QUuid addTitleNamed(const QString &name);
 
     QTemporaryDir data;
     ApplicationSupport support{data.path()};

@@ -51,6 +51,7 @@ ColumnLayout {
     TSFieldRow {
         label: qsTr("Weight")
         TSPicker {
+            objectName: "fontWeight"
             label: qsTr("Weight")
             choices: root.weights.map((weight) => weight.label)
             choice: root.weights.findIndex((weight) => weight.value >= root.weight)

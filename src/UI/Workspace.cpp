@@ -33,6 +33,7 @@ QString iconOf(ShapeKind kind)
 Workspace::Workspace(AppState &app)
     : m_app(app)
     , m_entries(*app.document(), *app.runlist())
+    , m_deleteKey(*app.document())
     , m_editor(*app.document())
     , m_output(app)
     , m_presets(app)
@@ -129,6 +130,16 @@ bool Workspace::groupSelected(const QString &name)
         return false;
     m_app.document()->groupLayers(m_app.document()->selectedLayerIDs().values(), trimmed);
     return true;
+}
+
+void Workspace::noteChoice()
+{
+    m_deleteKey.chooseSelected();
+}
+
+void Workspace::pressDelete()
+{
+    m_deleteKey.press();
 }
 
 void Workspace::showRunlist()

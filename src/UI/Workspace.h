@@ -2,6 +2,7 @@
 #pragma once
 
 #include "UI/ApplicationKeys.h"
+#include "UI/DeleteKey.h"
 #include "UI/EntryListModel.h"
 #include "UI/LayerEditor.h"
 #include "UI/OutputModel.h"
@@ -70,6 +71,9 @@ public:
     /// False for a blank name, which groups nothing.
     Q_INVOKABLE bool groupSelected(const QString &name);
     Q_INVOKABLE void dismissPictureError();
+    /// The operator has clicked on a row, even if it was selected before.
+    Q_INVOKABLE void noteChoice();
+    Q_INVOKABLE void pressDelete();
     /// Asks for the runlist's window.
     Q_INVOKABLE void showRunlist();
 
@@ -84,6 +88,7 @@ private:
 
     AppState &m_app;
     EntryListModel m_entries;
+    DeleteKey m_deleteKey;
     LayerEditor m_editor;
     OutputModel m_output;
     PresetListModel m_presets;

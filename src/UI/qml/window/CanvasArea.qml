@@ -11,6 +11,8 @@ Rectangle {
 
     readonly property rect canvasRect: canvas.canvasRect
 
+    function takeKeys() { canvas.forceActiveFocus() }
+
     color: TS.bg0
     clip: true
 
@@ -22,7 +24,8 @@ Rectangle {
         height: parent.height - bar.height
         workspace: root.workspace
         margin: root.margin
-        TapHandler { onPressedChanged: if (pressed) canvas.forceActiveFocus() }
+        Keys.onDeletePressed: root.workspace.pressDelete()
+        TapHandler { onPressedChanged: if (pressed) root.takeKeys() }
     }
     Rectangle { // the tally frame
         visible: root.workspace.isLive

@@ -13,6 +13,7 @@ ListView {
     property var dragRecord: null
     property double dragTranslation: 0
     signal groupRequested()
+    signal chosen() // by the operator
 
     readonly property int rowPitch: 42
     readonly property bool isDragging: dragSource >= 0
@@ -31,19 +32,25 @@ ListView {
 
     Keys.onUpPressed: decrementCurrentIndex()
     Keys.onDownPressed: incrementCurrentIndex()
-    Keys.onSpacePressed: if (currentItem) currentItem.record.select()
+    Keys.onSpacePressed: if (currentItem) choose(currentItem.record, false)
     Keys.onMenuPressed: if (currentItem) openMenu(currentItem, Qt.point(80, rowPitch / 2))
+    Keys.onDeletePressed: {
+        if (!(Window.activeFocusItem instanceof AbstractButton)) // an eye or a lock of some row
+            workspace.pressDelete()
+    }
 
     function choose(record, toggles) {
         if (renaming === record)
             return // the third click of a quick hand
         if (renaming) {
             Window.activeFocusItem.focus = false // which ends the rename, and no more
-        } else if (toggles) {
-            record.toggleSelected()
-        } else {
-            record.select()
+            return
         }
+        if (toggles)
+            record.toggleSelected()
+        else
+            record.select()
+        chosen()
     }
     function openMenu(row, at) {
         if (!row.record.isSelected)

@@ -11,6 +11,7 @@ Rectangle {
     property bool isRunlistLocked: false
     property bool requireTakeBeforeOnAir: false
     signal groupRequested()
+    signal layerChosen()
     signal presetsRequested()
 
     readonly property bool isRunlist: mode === "runlist"
@@ -80,6 +81,7 @@ Rectangle {
             Layout.fillHeight: true
             workspace: root.workspace
             onGroupRequested: root.groupRequested()
+            onChosen: root.layerChosen()
         }
         RunlistRows {
             objectName: "panelRunlist"

@@ -16,12 +16,6 @@ TSWindow {
 
     readonly property bool isWide: width >= 1440
 
-    Shortcut {
-        sequences: [StandardKey.Delete, "Backspace"]
-        enabled: !(root.activeFocusItem instanceof TextInput) && !(root.activeFocusItem instanceof TextEdit)
-        onActivated: root.workspace.removeSelected()
-    }
-
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -44,10 +38,12 @@ TSWindow {
                 Layout.fillHeight: true
                 workspace: root.workspace
                 onGroupRequested: groupSheet.open()
+                onLayerChosen: { root.workspace.noteChoice(); canvasArea.takeKeys() }
                 onPresetsRequested: presetSheet.open()
             }
             Rectangle { Layout.fillHeight: true; implicitWidth: 1; color: TS.border }
             CanvasArea {
+                id: canvasArea
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 workspace: root.workspace

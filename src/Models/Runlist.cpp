@@ -246,11 +246,16 @@ void Runlist::toggleHidden(const QUuid &entryID)
 
 void Runlist::toggleLocked(const QUuid &entryID)
 {
-    const VirtualLayerEntry *toggled = entry(entryID);
-    if (!toggled)
+    if (const VirtualLayerEntry *toggled = entry(entryID))
+        setLocked(entryID, !isLocked(*toggled));
+}
+
+void Runlist::setLocked(const QUuid &entryID, bool locked)
+{
+    const VirtualLayerEntry *changed = entry(entryID);
+    if (!changed)
         return;
-    const bool locked = !isLocked(*toggled);
-    for (const QUuid &id : toggled->layerIDs())
+    for (const QUuid &id : changed->layerIDs())
         m_document.setLayerLocked(id, locked);
 }
 

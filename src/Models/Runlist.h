@@ -66,6 +66,7 @@ public:
     /// Hides the row's layers, or shows them when all of them are hidden. A cut.
     Q_INVOKABLE void toggleHidden(const QUuid &entryID);
     Q_INVOKABLE void toggleLocked(const QUuid &entryID);
+    Q_INVOKABLE void setLocked(const QUuid &entryID, bool locked);
     Q_INVOKABLE void takeIn(const QUuid &entryID);
     Q_INVOKABLE void takeOut(const QUuid &entryID);
     /// A layer, or a group with all its layers.

@@ -67,11 +67,12 @@ void EntryListModel::removeMissing(const QList<QUuid> &wanted)
         if (stay.contains(m_records[row]->id()))
             continue;
         beginRemoveRows({}, row, row);
-        EntryRecord *gone = m_records.takeAt(row);
-        m_recordsByID.remove(gone->id());
+        EntryRecord *removed = m_records.takeAt(row);
+        m_recordsByID.remove(removed->id());
         endRemoveRows();
+        emit removed->gone();
         // The view lets go of a row a little after the row has gone.
-        QTimer::singleShot(std::chrono::seconds{1}, gone, &QObject::deleteLater);
+        QTimer::singleShot(std::chrono::seconds{1}, removed, &QObject::deleteLater);
     }
 }
 

@@ -143,6 +143,11 @@ void EntryRecord::toggleLocked()
     m_runlist.toggleLocked(m_id);
 }
 
+void EntryRecord::setLocked(bool locked)
+{
+    m_runlist.setLocked(m_id, locked);
+}
+
 void EntryRecord::select()
 {
     if (m_isGroup)

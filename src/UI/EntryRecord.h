@@ -65,6 +65,7 @@ public:
     Q_INVOKABLE void takeOut();
     Q_INVOKABLE void toggleHidden();
     Q_INVOKABLE void toggleLocked();
+    Q_INVOKABLE void setLocked(bool locked);
     Q_INVOKABLE void select();
     Q_INVOKABLE void toggleSelected();
     Q_INVOKABLE void rename(const QString &name);
@@ -75,6 +76,8 @@ public:
 signals:
     void changed();
     void visibilityChanged();
+    /// The row is no more: what was begun on it ends.
+    void gone();
 
 private:
     CanvasDocument &m_document;

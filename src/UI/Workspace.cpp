@@ -33,6 +33,7 @@ QString iconOf(ShapeKind kind)
 Workspace::Workspace(AppState &app)
     : m_app(app)
     , m_entries(*app.document(), *app.runlist())
+    , m_heldSelection(*app.document())
     , m_deleteKey(*app.document())
     , m_editor(*app.document())
     , m_output(app)
@@ -116,20 +117,6 @@ void Workspace::addCountdown()
 void Workspace::addClock()
 {
     m_app.addTimerLayer();
-}
-
-void Workspace::removeSelected()
-{
-    m_app.document()->removeSelectedLayers();
-}
-
-bool Workspace::groupSelected(const QString &name)
-{
-    const QString trimmed = name.trimmed();
-    if (trimmed.isEmpty())
-        return false;
-    m_app.document()->groupLayers(m_app.document()->selectedLayerIDs().values(), trimmed);
-    return true;
 }
 
 void Workspace::noteChoice()

@@ -4,6 +4,7 @@
 #include "UI/ApplicationKeys.h"
 #include "UI/DeleteKey.h"
 #include "UI/EntryListModel.h"
+#include "UI/HeldSelection.h"
 #include "UI/LayerEditor.h"
 #include "UI/OutputModel.h"
 #include "UI/presets/PresetListModel.h"
@@ -29,6 +30,7 @@ class Workspace : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("The program makes it")
     Q_PROPERTY(tessara::EntryListModel *entries READ entries CONSTANT FINAL)
+    Q_PROPERTY(tessara::HeldSelection *heldSelection READ heldSelection CONSTANT FINAL)
     Q_PROPERTY(tessara::Runlist *runlist READ runlist CONSTANT FINAL)
     Q_PROPERTY(tessara::CanvasDocument *document READ document CONSTANT FINAL)
     Q_PROPERTY(tessara::UndoStack *undoStack READ undoStack CONSTANT FINAL)
@@ -49,6 +51,7 @@ public:
 
     AppState &app() const { return m_app; }
     EntryListModel *entries() { return &m_entries; }
+    HeldSelection *heldSelection() { return &m_heldSelection; }
     Runlist *runlist() const;
     CanvasDocument *document() const;
     UndoStack *undoStack() const;
@@ -67,13 +70,10 @@ public:
     Q_INVOKABLE void addScoreBar();
     Q_INVOKABLE void addCountdown();
     Q_INVOKABLE void addClock();
-    Q_INVOKABLE void removeSelected();
-    /// False for a blank name, which groups nothing.
-    Q_INVOKABLE bool groupSelected(const QString &name);
-    Q_INVOKABLE void dismissPictureError();
     /// The operator has clicked on a row, even if it was selected before.
     Q_INVOKABLE void noteChoice();
     Q_INVOKABLE void pressDelete();
+    Q_INVOKABLE void dismissPictureError();
     /// Asks for the runlist's window.
     Q_INVOKABLE void showRunlist();
 
@@ -88,6 +88,7 @@ private:
 
     AppState &m_app;
     EntryListModel m_entries;
+    HeldSelection m_heldSelection;
     DeleteKey m_deleteKey;
     LayerEditor m_editor;
     OutputModel m_output;

@@ -228,6 +228,15 @@ TEST_F(RunlistOfFourTest, TheLockOfAGroupLocksAllUnlessAllAreLocked)
     EXPECT_FALSE(document.layer(name)->isLocked() || document.layer(panel)->isLocked());
 }
 
+TEST_F(RunlistOfFourTest, ALockThatIsSetTwiceStays)
+{
+    for (const bool locked : {true, true, false, false}) {
+        runlist.setLocked(lowerThird, locked);
+        EXPECT_EQ(document.layer(name)->isLocked(), locked);
+        EXPECT_EQ(document.layer(panel)->isLocked(), locked);
+    }
+}
+
 // Reordering by a drag
 
 TEST_F(RunlistOfFourTest, ADragOf20PointsMovesNothingAndOneOf22MovesByOne)

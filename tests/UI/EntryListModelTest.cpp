@@ -55,6 +55,23 @@ TEST_F(EntryListModelTest, RowsMoveAndGoWithoutAReset)
     EXPECT_EQ(resets.count(), 0);
 }
 
+TEST_F(EntryListModelTest, ARowThatGoesTellsOfItByItself)
+{
+    const QUuid layer = document.addTextLayer()->id();
+    const QUuid member = document.addTextLayer()->id();
+    QSignalSpy layerGone(model.record(layer), &EntryRecord::gone);
+    QSignalSpy memberGone(model.record(member), &EntryRecord::gone);
+
+    document.reorderLayers({layer, member});
+    EXPECT_EQ(layerGone.count() + memberGone.count(), 0);
+
+    document.groupLayers({member}, QStringLiteral("group"));
+    EXPECT_EQ(memberGone.count(), 1); // the row is the group's now
+
+    document.removeLayer(layer);
+    EXPECT_EQ(layerGone.count(), 1);
+}
+
 TEST_F(EntryListModelTest, ATakeIsToldByItsOwnRowAlone)
 {
     const QUuid taken = document.addTextLayer()->id();

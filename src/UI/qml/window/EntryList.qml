@@ -4,10 +4,9 @@ import QtQuick.Window
 import QtQuick.Controls.Basic
 import Tessara
 
-ListView {
+EntryView {
     id: root
 
-    required property Workspace workspace
     property var renaming: null // the record whose name is typed
     property int dragSource: -1
     property var dragRecord: null
@@ -19,21 +18,12 @@ ListView {
     readonly property bool isDragging: dragSource >= 0
     readonly property int dropSlot: isDragging ? workspace.runlist.dropSlotAt(dragSource, dragTranslation) : -1
 
-    clip: true
-    activeFocusOnTab: true
-    interactive: false // a drag moves a row, and never the list
     boundsBehavior: Flickable.StopAtBounds
-    model: workspace.entries
-    currentIndex: -1
     reuseItems: false
-    Accessible.role: Accessible.List
     Accessible.name: qsTr("Layers")
-    ScrollBar.vertical: ScrollBar {}
 
-    Keys.onUpPressed: decrementCurrentIndex()
-    Keys.onDownPressed: incrementCurrentIndex()
-    Keys.onSpacePressed: if (currentItem) choose(currentItem.record, false)
-    Keys.onMenuPressed: if (currentItem) openMenu(currentItem, Qt.point(80, rowPitch / 2))
+    Keys.onSpacePressed: if (keyRow) choose(keyRow.record, false)
+    Keys.onMenuPressed: if (keyRow) openMenu(keyRow, Qt.point(80, rowPitch / 2))
     Keys.onDeletePressed: {
         if (!(Window.activeFocusItem instanceof AbstractButton)) // an eye or a lock of some row
             workspace.pressDelete()
@@ -55,7 +45,7 @@ ListView {
     function openMenu(row, at) {
         if (!row.record.isSelected)
             row.record.select()
-        menu.openFor(row.record, row, at)
+        menu.openFor(row.record, root, row.mapToItem(root, at))
     }
     function startDrag(index, record) {
         renaming = null
@@ -64,9 +54,20 @@ ListView {
         dragSource = index
     }
     function drop() {
-        if (dropSlot >= 0)
-            workspace.runlist.moveEntries(dragSource, dropSlot)
+        const source = dragSource
+        const slot = dropSlot
         dragSource = -1
+        if (slot >= 0)
+            workspace.runlist.moveEntries(source, slot)
+    }
+
+    Connections { // a slot among other rows is another place
+        target: root.workspace.runlist
+        function onEntriesChanged() { root.dragSource = -1 }
+    }
+    Connections {
+        target: root.renaming
+        function onGone() { root.renaming = null }
     }
 
     WheelHandler {
@@ -84,7 +85,7 @@ ListView {
         width: ListView.view.width
         isLive: root.workspace.isLive
         isRenaming: root.renaming === record
-        hasKeyboard: root.activeFocus && ListView.isCurrentItem
+        hasKeyboard: root.activeFocus && root.keyRow === row
         opacity: root.dragSource === index ? 0.35 : 1
         onClicked: (toggles) => root.choose(record, toggles)
         onMenuRequested: (at) => root.openMenu(row, at)

@@ -1,4 +1,5 @@
-// What can be done with one row; the words are those of the place that it opens in.
+// What can be done with one row; the words are those of the place that it opens in. What it is about
+// and what its words say is settled when it opens: the show goes on below an open menu.
 import QtQuick
 import Tessara
 
@@ -8,20 +9,24 @@ TSMenu {
     required property Workspace workspace
     required property string place // edit, runlist, window
     property var record: null
+    property bool isOnAir: false
+    property bool isLocked: false
     signal groupRequested()
 
     readonly property bool isGroup: record?.isGroup ?? false
-    readonly property bool isOnAir: record?.isOnAir ?? false
-    readonly property bool isLocked: record?.isLocked ?? false
     readonly property bool takes: place !== "edit"
-    readonly property int selectionCount: workspace.editor.selectionCount ?? 0
-    readonly property bool removesSelection: place === "edit" && !isGroup && selectionCount > 1
+    readonly property var selection: workspace.heldSelection
+    readonly property bool removesSelection: place === "edit" && !isGroup && selection.count > 1
 
     objectName: "entryMenu"
 
-    function openFor(entry, row, point) {
+    function openFor(entry, list, at) {
         record = entry
-        popup(row, point.x, point.y)
+        isOnAir = entry.isOnAir
+        isLocked = entry.isLocked
+        if (place === "edit")
+            selection.hold()
+        popup(list, at.x, at.y)
     }
     function takeText() {
         if (place === "window")
@@ -37,9 +42,18 @@ TSMenu {
     function deleteText() {
         if (isGroup)
             return place === "window" ? qsTr("Delete Preset") : qsTr("Delete Group")
-        return removesSelection ? qsTr("Delete %1 Layers").arg(selectionCount) : qsTr("Delete")
+        return removesSelection ? qsTr("Delete %1 Layers").arg(selection.count) : qsTr("Delete")
     }
 
+    Connections {
+        target: root.record
+        function onGone() { root.close() }
+    }
+    Connections {
+        target: root.selection
+        enabled: root.removesSelection
+        function onBroken() { root.close() }
+    }
     TSMenuItem {
         visible: root.takes
         text: root.takeText()
@@ -48,8 +62,8 @@ TSMenu {
     }
     TSMenuSeparator { visible: root.takes }
     TSMenuItem {
-        visible: root.place === "edit" && !root.isGroup && root.workspace.document.canGroupSelection
-        text: qsTr("Group %1 Layers").arg(root.selectionCount)
+        visible: root.place === "edit" && !root.isGroup && root.selection.canGroup
+        text: qsTr("Group %1 Layers").arg(root.selection.count)
         iconName: "group"
         onTriggered: root.groupRequested()
     }
@@ -57,7 +71,7 @@ TSMenu {
         visible: root.place === "window"
         text: root.lockText()
         iconName: root.isLocked ? "lock-open" : "lock"
-        onTriggered: root.record.toggleLocked()
+        onTriggered: root.record.setLocked(!root.isLocked)
     }
     TSMenuItem {
         visible: root.place !== "window" && !root.isGroup
@@ -75,6 +89,6 @@ TSMenu {
     TSMenuItem {
         text: root.deleteText()
         iconName: "trash-2"
-        onTriggered: root.removesSelection ? root.workspace.removeSelected() : root.record.remove()
+        onTriggered: root.removesSelection ? root.selection.remove() : root.record.remove()
     }
 }

@@ -13,8 +13,14 @@ TSSheet {
     onOpened: { field.clear(); field.forceActiveFocus() }
 
     function confirm() {
-        if (workspace.groupSelected(field.text))
+        if (workspace.heldSelection.group(field.text))
             close()
+    }
+
+    Connections {
+        target: root.workspace.heldSelection
+        enabled: root.visible
+        function onBroken() { root.close() }
     }
 
     contentItem: ColumnLayout {

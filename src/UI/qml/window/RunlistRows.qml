@@ -3,41 +3,25 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Tessara
 
-ListView {
+EntryView {
     id: root
 
-    required property Workspace workspace
     required property string place // runlist, window
     property bool isCueMode: false
     property bool isLocked: false // no row takes a click
     property string emptyHint: ""
 
-    clip: true
-    activeFocusOnTab: true
-    interactive: false // a press is a take, and never scrolls
     spacing: 6
     topMargin: 12
     bottomMargin: 12
-    model: workspace.entries
-    currentIndex: -1
-    Accessible.role: Accessible.List
     Accessible.name: qsTr("Runlist")
-    ScrollBar.vertical: ScrollBar {}
 
-    Keys.onUpPressed: decrementCurrentIndex()
-    Keys.onDownPressed: incrementCurrentIndex()
-    Keys.onSpacePressed: (event) => clickCurrent(event)
-    Keys.onReturnPressed: (event) => clickCurrent(event)
-    Keys.onEnterPressed: (event) => clickCurrent(event)
-    Keys.onMenuPressed: {
-        if (currentItem)
-            menu.openFor(currentItem.record, currentItem, Qt.point(110, currentItem.height / 2))
-    }
+    Keys.onSpacePressed: keyRow?.click()
+    Keys.onReturnPressed: keyRow?.click()
+    Keys.onEnterPressed: keyRow?.click()
+    Keys.onMenuPressed: if (keyRow) openMenu(keyRow, Qt.point(110, keyRow.height / 2))
 
-    function clickCurrent(event) {
-        if (currentItem && !event.isAutoRepeat)
-            currentItem.click()
-    }
+    function openMenu(row, at) { menu.openFor(row.record, root, row.mapToItem(root, at)) }
 
     WheelHandler {
         onWheel: (event) => {
@@ -56,9 +40,9 @@ ListView {
         isCueMode: root.isCueMode
         isRowLocked: root.place === "window" ? record.isLocked : root.isLocked
         showsLock: root.place === "window"
-        hasKeyboard: root.activeFocus && ListView.isCurrentItem
+        hasKeyboard: root.activeFocus && root.keyRow === row
         opacity: root.isLocked ? 0.65 : 1
-        onMenuRequested: (at) => menu.openFor(record, row, at)
+        onMenuRequested: (at) => root.openMenu(row, at)
     }
 
     EntryMenu {

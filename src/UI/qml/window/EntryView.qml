@@ -1,0 +1,30 @@
+// Rows that the keys walk. They hold on to the row that they came to: when it goes, they are on none.
+import QtQuick
+import QtQuick.Controls.Basic
+import Tessara
+
+ListView {
+    id: root
+
+    required property Workspace workspace
+    property var keyRecord: null
+
+    // The list by itself makes a neighbour current when a row goes.
+    readonly property Item keyRow: currentItem?.record === keyRecord ? currentItem : null
+
+    clip: true
+    activeFocusOnTab: true
+    interactive: false // a press takes or moves a row, and never the list
+    model: workspace.entries
+    currentIndex: -1
+    Accessible.role: Accessible.List
+    ScrollBar.vertical: ScrollBar {}
+
+    Keys.onUpPressed: { decrementCurrentIndex(); keyRecord = currentItem?.record ?? null }
+    Keys.onDownPressed: { incrementCurrentIndex(); keyRecord = currentItem?.record ?? null }
+
+    Connections {
+        target: root.keyRecord
+        function onGone() { root.keyRecord = null }
+    }
+}

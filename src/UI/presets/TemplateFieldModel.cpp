@@ -134,8 +134,9 @@ void TemplateFieldModel::removeMissing(const QList<Row> &wanted)
         if (stay.contains(m_rows[at].field.key))
             continue;
         beginRemoveRows({}, at, at);
-        m_rows.removeAt(at);
+        const QString key = m_rows.takeAt(at).field.key;
         endRemoveRows();
+        emit fieldRemoved(key);
     }
 }
 

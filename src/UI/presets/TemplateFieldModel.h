@@ -51,6 +51,8 @@ public:
 
 signals:
     void countChanged();
+    /// What was begun for it ends.
+    void fieldRemoved(const QString &key);
     void isOpenChanged();
 
 private:

@@ -11,7 +11,10 @@ ComboBox {
     required property int choice // a row, -1 for none
     property string emptyText: ""
     property bool isAir: false
+    property var subject: null // whose choice it is
     signal chosen(int row)
+
+    readonly property string choiceTexts: choices.join("\n")
 
     Layout.fillWidth: true
     implicitHeight: 32
@@ -23,9 +26,17 @@ ComboBox {
     wheelEnabled: false
     focusPolicy: Qt.TabFocus
     Accessible.name: label
+    // A row of the open menu would else be a choice of something else.
+    onSubjectChanged: closeMenu()
+    onChoiceTextsChanged: closeMenu()
     onActivated: (row) => {
         chosen(row)
         currentIndex = Qt.binding(() => root.choice)
+    }
+
+    function closeMenu() {
+        if (down)
+            popup.close()
     }
 
     background: Rectangle {

@@ -37,6 +37,7 @@ ColumnLayout {
         label: qsTr("Mask")
         TSPicker {
             label: qsTr("Mask")
+            subject: root.editor.id
             choices: root.masks.map((mask) => mask.label)
             choice: root.masks.findIndex((mask) => mask.value === root.editor.maskShape)
             onChosen: (row) => root.editor.maskShape = root.masks[row].value

@@ -146,6 +146,7 @@ ColumnLayout {
         TSPicker {
             objectName: "scoreTemplate"
             label: qsTr("Template")
+            subject: root.editor.id
             choices: root.templates.map((template) => template.label)
             choice: root.templates.findIndex((template) => template.value === root.editor.template)
             onChosen: (row) => root.editor.template = root.templates[row].value
@@ -156,6 +157,7 @@ ColumnLayout {
         TSPicker {
             objectName: "sportPreset"
             label: qsTr("Sport Preset")
+            subject: root.editor.id
             choices: root.sports.map((sport) => sport.label)
             choice: root.sports.findIndex((sport) => sport.value === root.editor.sportPreset)
             onChosen: (row) => root.editor.sportPreset = root.sports[row].value

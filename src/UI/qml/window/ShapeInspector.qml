@@ -17,6 +17,7 @@ ColumnLayout {
         label: qsTr("Shape Type")
         TSPicker {
             label: qsTr("Shape Type")
+            subject: root.editor.id
             choices: root.kinds.map((kind) => kind.label)
             choice: root.kinds.findIndex((kind) => kind.name === root.editor.kind)
             emptyText: qsTr("Draw")

@@ -142,4 +142,11 @@ ColumnLayout {
         nameFilters: [qsTr("Pictures") + " (*.png *.jpg *.jpeg *.webp *.svg *.gif *.tif *.tiff *.bmp)"]
         onAccepted: root.fields.chooseImage(fieldKey, selectedFile)
     }
+    Connections {
+        target: root.fields
+        function onFieldRemoved(key) {
+            if (key === pictureDialog.fieldKey)
+                pictureDialog.close()
+        }
+    }
 }

@@ -53,6 +53,7 @@ ColumnLayout {
         TSPicker {
             objectName: "fontWeight"
             label: qsTr("Weight")
+            subject: root.editor.id
             choices: root.weights.map((weight) => weight.label)
             choice: root.weights.findIndex((weight) => weight.value >= root.weight)
             onChosen: (row) => root.editor.fontWeight = root.weights[row].value

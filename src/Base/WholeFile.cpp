@@ -92,9 +92,7 @@ tl::expected<QByteArray, QString> allOf(int file, qint64 size, qint64 largest)
 /// there.
 tl::expected<std::optional<mode_t>, QString> rightsAt(const QByteArray &path)
 {
-    struct stat known
-    {
-    };
+    struct stat known = {};
     const bool isLink = lstat(path.constData(), &known) == 0 && S_ISLNK(known.st_mode);
     if (stat(path.constData(), &known) != 0)
         return std::nullopt;
@@ -169,9 +167,7 @@ tl::expected<QByteArray, QString> readFile(const QString &path, qint64 largest)
     // Without waiting for the other end of a pipe. What was opened is looked at, not its name,
     // which may mean something else by now.
     const Descriptor file(open(name->constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    struct stat known
-    {
-    };
+    struct stat known = {};
     if (file < 0 || fstat(file, &known) != 0)
         return systemError();
     if (S_ISDIR(known.st_mode))

@@ -18,12 +18,13 @@ QPointF offsetOf(const CanvasDocument &document, const Layer &layer)
     return {offset.width(), offset.height()};
 }
 
-QRectF textBounds(const TextLayer &layer, TextBlockCache &texts)
+QRectF textBounds(const TextLayer &layer, const QRectF &seen, TextBlockCache &texts)
 {
     if (const std::optional<QSizeF> box = layer.textBoxSize())
         return {layer.position(), box->expandedTo({1, 1})};
     const SizedFont font = layer.resolvedFont(layer.fontSize(), QFont::DemiBold);
-    const QSizeF size = texts.block(layer.text(), font, layer.horizontalAlignment())->size();
+    const QSizeF size = texts.block(layer.text(), font, layer.horizontalAlignment())
+                            ->size(seen.translated(-layer.position()));
     const double left = size.width() * alignmentShare(layer.horizontalAlignment());
     return {layer.position() - QPointF(left, 0), size};
 }
@@ -36,8 +37,11 @@ double unit(double value)
 void drawLayer(QPainter &painter, const CanvasLayerItem &item, QPointF offset, double runOpacity,
                DrawingStyle style, TextBlockCache &texts)
 {
-    const double pixelsPerUnit = painter.deviceTransform().m11();
-    for (const Primitive &primitive : primitivesOf(item, {offset, style, pixelsPerUnit}, texts))
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF device(0, 0, painter.device()->width(), painter.device()->height());
+    const QRectF seen = toDevice.inverted().mapRect(device.adjusted(-2, -2, 2, 2));
+    for (const Primitive &primitive :
+         primitivesOf(item, {offset, style, toDevice.m11(), seen}, texts))
         drawPrimitive(painter, primitive, runOpacity);
 }
 
@@ -51,11 +55,12 @@ double runOpacity(const CanvasDocument &document, const CanvasLayerItem &item)
     return visibility > LayerTakes::leastVisibility ? visibility : 0;
 }
 
-QRectF drawnBounds(const CanvasLayerItem &item, TextBlockCache &texts)
+QRectF drawnBounds(const CanvasLayerItem &item, const QRectF &seen, TextBlockCache &texts)
 {
-    return std::visit(Overloaded{[&](const TextLayer *text) { return textBounds(*text, texts); },
-                                 [](const SizedLayer *layer) { return layer->frame(); }},
-                      item);
+    return std::visit(
+        Overloaded{[&](const TextLayer *text) { return textBounds(*text, seen, texts); },
+                   [](const SizedLayer *layer) { return layer->frame(); }},
+        item);
 }
 
 void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,

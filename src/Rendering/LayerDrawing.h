@@ -12,8 +12,9 @@ class CanvasDocument;
 /// How much of a layer is to be seen: 0 to 1, and 0 for one that isn't drawn at all.
 double runOpacity(const CanvasDocument &document, const CanvasLayerItem &item);
 
-/// The box that a layer takes up at rest, in canvas coordinates: a text's is measured.
-QRectF drawnBounds(const CanvasLayerItem &item, TextBlockCache &texts);
+/// The box that a layer takes up at rest, in canvas coordinates: a text's is measured, a long one's
+/// by the lines that reach into `seen`.
+QRectF drawnBounds(const CanvasLayerItem &item, const QRectF &seen, TextBlockCache &texts);
 
 /// Paints in canvas coordinates, as the document has it.
 void drawLayer(QPainter &painter, const CanvasDocument &document, const CanvasLayerItem &item,

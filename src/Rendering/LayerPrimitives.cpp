@@ -28,23 +28,25 @@ double boxedTextTop(double boxBottom, double boxHeight, double textHeight)
     return boxBottom - lift - std::max(boxHeight, textHeight);
 }
 
-std::vector<Primitive> textPrimitives(const TextLayer &layer, QPointF offset, TextBlockCache &texts)
+std::vector<Primitive> textPrimitives(const TextLayer &layer, const DrawingPlace &place,
+                                      TextBlockCache &texts)
 {
     const SizedFont font = layer.resolvedFont(layer.fontSize(), QFont::DemiBold);
     const TextInk ink{layer.color(), layer.outlineColor(), outlineWidth(layer)};
     const TextLayerHorizontalAlignment alignment = layer.horizontalAlignment();
-    const QPointF anchor = layer.position() + offset;
+    const QPointF anchor = layer.position() + place.offset;
     std::vector<Primitive> primitives;
     if (const std::optional<QSizeF> given = layer.textBoxSize()) {
         const QSizeF box = given->expandedTo({1, 1});
         const auto wrapped = texts.block(layer.text(), font, alignment, box.width());
         const double top =
             boxedTextTop(anchor.y() + box.height(), box.height(), wrapped->unwrappedHeight());
-        appendText(primitives, *wrapped, {anchor.x(), top}, ink);
+        appendText(primitives, *wrapped, {anchor.x(), top}, ink, {}, place.seen);
     } else {
         const auto line = texts.block(layer.text(), font, alignment);
-        const double left = line->size().width() * alignmentShare(alignment);
-        appendText(primitives, *line, {anchor.x() - left, anchor.y()}, ink);
+        const QSizeF size = line->size(place.seen.translated(-anchor));
+        const double left = size.width() * alignmentShare(alignment);
+        appendText(primitives, *line, {anchor.x() - left, anchor.y()}, ink, {}, place.seen);
     }
     return primitives;
 }
@@ -101,20 +103,21 @@ std::vector<Primitive> countdownPrimitives(const CountdownLayer &layer, TextBloc
 } // namespace
 
 void appendText(std::vector<Primitive> &primitives, const TextBlock &block, QPointF topLeft,
-                const TextInk &ink, const Fading &fading)
+                const TextInk &ink, const Fading &fading, const QRectF &seen)
 {
+    const QRectF seenOfBlock = seen.translated(-topLeft);
     QTransform toCanvas = QTransform::fromTranslate(topLeft.x(), topLeft.y());
     toCanvas.scale(block.scale(), block.scale());
-    const Outline &fill = block.fill();
+    const Outline &fill = block.fill(seenOfBlock);
     if (!fill.path.isEmpty())
         primitives.push_back({FilledPath{fill.path, ink.fill, fill.parts}, toCanvas, fading});
     // Their colours are their own; only the alpha of the fill reaches them.
     Fading ofPictures = fading;
     ofPictures.share *= ink.fill.color().alphaF();
-    for (const TextBlock::PictureGlyph &picture : block.pictures())
+    for (const TextBlock::PictureGlyph &picture : block.pictures(seenOfBlock))
         primitives.push_back({PlacedPicture{picture.image, picture.box}, toCanvas, ofPictures});
     if (ink.outlineWidth > 0 && !fill.path.isEmpty()) {
-        const Outline stroke = block.stroke(ink.outlineWidth);
+        const Outline stroke = block.stroke(ink.outlineWidth, seenOfBlock);
         primitives.push_back(
             {FilledPath{stroke.path, ink.outline, stroke.parts}, toCanvas, fading});
     }
@@ -126,7 +129,7 @@ std::vector<Primitive> primitivesOf(const CanvasLayerItem &item, const DrawingPl
     using Primitives = std::vector<Primitive>;
     Primitives primitives = std::visit(
         Overloaded{
-            [&](const TextLayer *text) { return textPrimitives(*text, place.offset, texts); },
+            [&](const TextLayer *text) { return textPrimitives(*text, place, texts); },
             [&](const ImageLayer *image) {
                 return picturePrimitives(*image, image->position() + place.offset,
                                          place.pixelsPerUnit);

@@ -3,6 +3,7 @@
 
 #include "Models/CanvasLayerItem.h"
 #include "Rendering/Primitive.h"
+#include "Rendering/TextBlock.h"
 
 namespace tessara {
 
@@ -21,6 +22,7 @@ struct DrawingPlace
     QPointF offset{}; // canvas units, the take's slide
     DrawingStyle style = DrawingStyle::frame;
     double pixelsPerUnit = 1; // chooses among the sizes in which a picture is held
+    QRectF seen = everywhere; // canvas units; of long texts only what reaches into it is drawn
 };
 
 /// In the order in which they lie on each other. Web pages, 3D models and captured windows are live
@@ -45,10 +47,9 @@ struct TextInk
     double outlineWidth = 0; // percent of the font size, centred on the glyphs' edges
 };
 
-class TextBlock;
-
-/// `topLeft` is that of the first line's box, in canvas units.
+/// `topLeft` is that of the first line's box, in canvas units, like the part of the canvas that is
+/// seen.
 void appendText(std::vector<Primitive> &primitives, const TextBlock &block, QPointF topLeft,
-                const TextInk &ink, const Fading &fading = {});
+                const TextInk &ink, const Fading &fading = {}, const QRectF &seen = everywhere);
 
 } // namespace tessara

@@ -2,6 +2,7 @@
 
 #include "Models/LayerGeometry.h"
 #include "Models/ScoreLayer.h"
+#include "Rendering/DrawnText.h"
 #include "Rendering/ScoreBarGeometry.h"
 #include "Rendering/TextBlockCache.h"
 
@@ -175,12 +176,15 @@ std::vector<Inscription> standardInscriptions(const ScoreLayer &layer,
     const QRectF &homeBadge = geometry.homeBadgeRect;
     const QRectF &awayBadge = geometry.awayBadgeRect;
     return {
-        {layer.homeTeam().toUpper(), fonts.team, text, besideBadge(geometry.homeRect, homeBadge)},
+        {drawnText(layer.homeTeam()).toUpper(), fonts.team, text,
+         besideBadge(geometry.homeRect, homeBadge)},
         {QString::number(layer.homeScore()), fonts.score, black, homeBadge},
-        {layer.awayTeam().toUpper(), fonts.team, text, besideBadge(geometry.awayRect, awayBadge)},
+        {drawnText(layer.awayTeam()).toUpper(), fonts.team, text,
+         besideBadge(geometry.awayRect, awayBadge)},
         {QString::number(layer.awayScore()), fonts.score, black, awayBadge},
-        {layer.period().toUpper(), fonts.period, withAlpha(text, 0.94), band(center, 0.06, 0.46)},
-        {layer.clock().toUpper(), fonts.clock, text, band(center, 0.44, 0.52)},
+        {drawnText(layer.period()).toUpper(), fonts.period, withAlpha(text, 0.94),
+         band(center, 0.06, 0.46)},
+        {drawnText(layer.clock()).toUpper(), fonts.clock, text, band(center, 0.44, 0.52)},
     };
 }
 
@@ -195,11 +199,11 @@ std::vector<Inscription> titleBarInscriptions(const ScoreLayer &layer,
     const QRectF &center = geometry.centerRect;
     const QRectF &away = geometry.awayRect;
     return {
-        {layer.homeTeam().toUpper(), fonts.team, text, column(home, 0, 0.64)},
+        {drawnText(layer.homeTeam()).toUpper(), fonts.team, text, column(home, 0, 0.64)},
         {QString::number(layer.homeScore()), fonts.score, yellow, column(home, 0.62, 0.34)},
-        {layer.period().toUpper(), fonts.period, yellow, column(center, 0.02, 0.44)},
-        {layer.clock().toUpper(), fonts.clock, text, column(center, 0.48, 0.48)},
-        {layer.awayTeam().toUpper(), fonts.team, text, column(away, 0, 0.62)},
+        {drawnText(layer.period()).toUpper(), fonts.period, yellow, column(center, 0.02, 0.44)},
+        {drawnText(layer.clock()).toUpper(), fonts.clock, text, column(center, 0.48, 0.48)},
+        {drawnText(layer.awayTeam()).toUpper(), fonts.team, text, column(away, 0, 0.62)},
         {QString::number(layer.awayScore()), fonts.score, text, column(away, 0.64, 0.34)},
     };
 }
@@ -217,7 +221,7 @@ void appendInscription(std::vector<Primitive> &primitives, const Inscription &in
     const std::size_t before = primitives.size();
     appendText(primitives, *block,
                QPointF(bar.left() + middle.x(), bar.bottom() - middle.y()) - half,
-               {inscription.color});
+               {inscription.color}, {}, frame.adjusted(-2, -2, 2, 2));
     for (std::size_t index = before; index < primitives.size(); ++index)
         primitives[index].clip = frame;
 }

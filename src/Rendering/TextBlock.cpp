@@ -1,55 +1,22 @@
 #include "Rendering/TextBlock.h"
 
 #include <QRawFont>
-#include <QTextLayout>
 
-#include <algorithm>
+#include "Rendering/DrawnText.h"
 
 namespace tessara {
 
 namespace {
 
-QTextOption textOption(bool wraps)
-{
-    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
-    option.setWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
-    option.setTextDirection(Qt::LayoutDirectionAuto);
-    option.setUseDesignMetrics(true);
-    if (!wraps)
-        option.setFlags(QTextOption::IncludeTrailingSpaces);
-    return option;
-}
+// To find out what of it is seen would take longer than the whole.
+constexpr qsizetype shortText = 2000; // characters
 
-void breakLines(QTextLayout &layout, std::optional<double> wrapWidth)
+// Lines that end or have their middle at one place stand there whatever the widest is. But at a
+// fraction of the face's size sums are rounded, and which one the widest is shows in the last bit.
+bool needsWidest(const QString &text, const SizedFont &font, TextLayerHorizontalAlignment alignment)
 {
-    constexpr double endless = 1e6; // px at the face's size
-    layout.setCacheEnabled(true);
-    layout.setTextOption(textOption(wrapWidth.has_value()));
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine())
-        line.setLineWidth(wrapWidth.value_or(endless));
-    layout.endLayout();
-}
-
-/// How far a line reaches, all of whose parts stand on one base line.
-struct Extent
-{
-    double ascent = 0;
-    double descent = 0;
-    double ascentAndLeading = 0;
-
-    double height() const { return descent + std::max(ascentAndLeading, ascent); }
-};
-
-Extent extentOf(const QTextLine &line)
-{
-    return {line.ascent(), line.descent(), line.ascent() + line.leading()};
-}
-
-Extent united(const Extent &one, const Extent &other)
-{
-    return {std::max(one.ascent, other.ascent), std::max(one.descent, other.descent),
-            std::max(one.ascentAndLeading, other.ascentAndLeading)};
+    constexpr qsizetype mostCharacters = 20'000; // to lay out for the sake of a bit
+    return alignmentShare(alignment) > 0 && font.scale != 1 && text.size() <= mostCharacters;
 }
 
 } // namespace
@@ -71,87 +38,105 @@ TextBlock::TextBlock(const QString &text, const SizedFont &font,
                      TextLayerHorizontalAlignment alignment, std::optional<double> wrapWidth,
                      std::shared_ptr<GlyphShapes> shapes)
     : m_font(font)
+    , m_share(alignmentShare(alignment))
+    , m_faceWidth(wrapWidth ? std::optional(*wrapWidth / font.scale) : std::nullopt)
+    , m_isShort(text.size() <= shortText)
+    , m_isLaidOutWhole(m_isShort || (!wrapWidth && needsWidest(text, font, alignment)))
     , m_glyphShapes(std::move(shapes))
+    , m_lines(drawnText(text), font.face, m_faceWidth, m_share == 0)
 {
-    const std::optional<double> faceWidth =
-        wrapWidth ? std::optional(*wrapWidth / font.scale) : std::nullopt;
-    QString normalized = text;
-    normalized.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    std::vector<std::unique_ptr<QTextLayout>> paragraphs;
-    double widest = 0;
-    // A paragraph each, since the direction of writing is found by the paragraph.
-    for (const QString &paragraph : normalized.split(QLatin1Char('\n'))) {
-        paragraphs.push_back(std::make_unique<QTextLayout>(paragraph, font.face));
-        QTextLayout &layout = *paragraphs.back();
-        breakLines(layout, faceWidth);
-        for (int index = 0; index < layout.lineCount(); ++index)
-            widest = std::max(widest, layout.lineAt(index).naturalTextWidth());
-    }
-    const double room = faceWidth.value_or(widest);
-    double top = 0;
-    for (const auto &layout : paragraphs) {
-        Extent oneLine;
-        for (int index = 0; index < layout->lineCount(); ++index) {
-            const QTextLine line = layout->lineAt(index);
-            const double left = (room - line.naturalTextWidth()) * alignmentShare(alignment);
-            for (const QGlyphRun &run : line.glyphRuns())
-                m_runs.push_back({run, QPointF(left - line.x(), top - line.y())});
-            top += extentOf(line).height();
-            oneLine = united(oneLine, extentOf(line));
-        }
-        m_unwrappedHeight += oneLine.height() * font.scale;
-    }
-    m_size = QSizeF(widest, top) * font.scale;
+    if (m_isLaidOutWhole)
+        m_lines.layOut(everywhere);
 }
 
-const TextBlock::Shapes &TextBlock::shapes() const
+QRectF TextBlock::seenOfFace(const QRectF &seen) const
 {
-    if (m_shapes)
+    if (m_isShort)
+        return everywhere;
+    constexpr double rim = 0.1; // of the font size: what an outline adds, and more
+    const double more = rim * m_font.face.pixelSize();
+    return {seen.left() / m_font.scale - more, seen.top() / m_font.scale - more,
+            seen.width() / m_font.scale + 2 * more, seen.height() / m_font.scale + 2 * more};
+}
+
+QSizeF TextBlock::size(const QRectF &seen) const
+{
+    m_lines.layOut(seenOfFace(seen));
+    return QSizeF(m_lines.widest(), m_lines.height()) * m_font.scale;
+}
+
+double TextBlock::unwrappedHeight() const
+{
+    return m_lines.unwrappedHeight(m_font.scale);
+}
+
+const TextBlock::Shapes &TextBlock::shapes(const QRectF &seen) const
+{
+    const QRectF seenHere = seenOfFace(seen);
+    m_lines.layOut(seenHere);
+    const double room = m_faceWidth.value_or(m_lines.widest());
+    if (m_shapes && m_shapes->seen == seenHere && m_shapes->room == room)
         return *m_shapes;
+    m_stroke = {};
     Shapes &made = m_shapes.emplace();
+    made.seen = seenHere;
+    made.room = room;
     std::vector<PlacedShape> outlines;
-    for (const auto &[run, origin] : m_runs) {
-        const QRawFont font = run.rawFont();
-        const QList<quint32> glyphs = run.glyphIndexes();
-        const QList<QPointF> positions = run.positions();
-        for (qsizetype index = 0; index < glyphs.size(); ++index) {
-            const QPointF position = positions[index] + origin;
-            GlyphPicture picture = m_glyphShapes->picture(font, glyphs[index]);
-            if (picture.image.isNull()) {
-                made.glyphs.push_back({font, glyphs[index], position});
-                outlines.push_back({m_glyphShapes->outline(font, glyphs[index]), position});
-            } else {
-                picture.box.translate(position);
-                made.pictures.push_back(std::move(picture));
-            }
-        }
-    }
+    m_lines.forEachLine(seenHere, [&](const TextLines::Line &line, double top) {
+        const QPointF begin((room - line.width) * m_share, top);
+        for (const QGlyphRun &run : line.runs)
+            addGlyphs(run, begin + line.runsBegin, made, outlines);
+    });
     made.fill = outlineOf(outlines);
     return made;
 }
 
-const Outline &TextBlock::fill() const
+void TextBlock::addGlyphs(const QGlyphRun &run, QPointF origin, Shapes &shapes,
+                          std::vector<PlacedShape> &outlines) const
 {
-    return shapes().fill;
+    const QRawFont font = run.rawFont();
+    const QList<quint32> glyphs = run.glyphIndexes();
+    const QList<QPointF> positions = run.positions();
+    for (qsizetype index = 0; index < glyphs.size(); ++index) {
+        const QPointF position = positions[index] + origin;
+        GlyphPicture picture = m_glyphShapes->picture(font, glyphs[index]);
+        if (picture.image.isNull()) {
+            OutlineShape shape = m_glyphShapes->outline(font, glyphs[index]);
+            if (!m_isShort && !shapes.seen.intersects(shape.box.translated(position)))
+                continue;
+            shapes.glyphs.push_back({font, glyphs[index], position});
+            outlines.push_back({std::move(shape), position});
+        } else {
+            picture.box.translate(position);
+            if (m_isShort || shapes.seen.intersects(picture.box))
+                shapes.pictures.push_back(std::move(picture));
+        }
+    }
 }
 
-Outline TextBlock::stroke(double outlineWidth) const
+const Outline &TextBlock::fill(const QRectF &seen) const
+{
+    return shapes(seen).fill;
+}
+
+Outline TextBlock::stroke(double outlineWidth, const QRectF &seen) const
 {
     if (!(outlineWidth > 0))
         return {};
+    const Shapes &filled = shapes(seen);
     if (m_stroke.outlineWidth != outlineWidth) {
         const double width = outlineWidth / 100 * m_font.face.pixelSize();
         std::vector<PlacedShape> strokes;
-        for (const auto &[font, glyph, position] : shapes().glyphs)
+        for (const auto &[font, glyph, position] : filled.glyphs)
             strokes.push_back({m_glyphShapes->stroke(font, glyph, width), position});
         m_stroke = {outlineWidth, outlineOf(strokes)};
     }
     return m_stroke.outline;
 }
 
-const std::vector<TextBlock::PictureGlyph> &TextBlock::pictures() const
+const std::vector<TextBlock::PictureGlyph> &TextBlock::pictures(const QRectF &seen) const
 {
-    return shapes().pictures;
+    return shapes(seen).pictures;
 }
 
 } // namespace tessara

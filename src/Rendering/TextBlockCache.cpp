@@ -1,5 +1,9 @@
 #include "Rendering/TextBlockCache.h"
 
+#include "Rendering/DrawnText.h"
+
+#include <algorithm>
+
 namespace tessara {
 
 size_t qHash(const TextBlockCache::Key &key, size_t seed)
@@ -17,12 +21,14 @@ std::shared_ptr<const TextBlock> TextBlockCache::block(const QString &text, cons
                                                        TextLayerHorizontalAlignment alignment,
                                                        std::optional<double> wrapWidth)
 {
-    const Key key{text, font, alignment, wrapWidth};
+    const Key key{drawnText(text), font, alignment, wrapWidth};
     if (const auto *known = m_blocks.object(key))
         return *known;
-    const auto made = std::make_shared<const TextBlock>(text, font, alignment, wrapWidth, m_shapes);
+    const auto made =
+        std::make_shared<const TextBlock>(key.text, font, alignment, wrapWidth, m_shapes);
     constexpr qsizetype costOfAny = 16; // characters
-    m_blocks.insert(key, new std::shared_ptr<const TextBlock>(made), costOfAny + text.size());
+    m_blocks.insert(key, new std::shared_ptr<const TextBlock>(made),
+                    std::min(costOfAny + key.text.size(), m_blocks.maxCost()));
     return made;
 }
 

@@ -10,7 +10,7 @@
 namespace tessara {
 
 /// Laying a text out takes many times as long as drawing it, and most texts stand for many frames.
-/// Holds the latest used up to `capacity` characters; a text longer than that is never kept.
+/// Holds the latest used up to `capacity` characters; a text longer than that is kept alone.
 class TextBlockCache
 {
 public:

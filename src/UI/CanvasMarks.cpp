@@ -56,14 +56,15 @@ QImage checkerboard(QSizeF size, double pixelRatio)
 std::vector<SelectionFrame> selectionFrames(const CanvasDocument &document, TextBlockCache &texts)
 {
     const auto &selected = document.selectedLayerIDs();
+    const QRectF canvas(QPointF(), document.size());
     std::vector<SelectionFrame> frames;
     if (selected.isEmpty())
         return frames;
     for (const CanvasLayerItem &item : document.orderedLayers()) {
         const Layer *layer = layerOf(item);
         if (selected.contains(layer->id()))
-            frames.push_back({drawnBounds(item, texts), document.takes().isOnAir(layer->id()),
-                              layer->isLocked()});
+            frames.push_back({drawnBounds(item, canvas, texts),
+                              document.takes().isOnAir(layer->id()), layer->isLocked()});
     }
     return frames;
 }

@@ -1,5 +1,7 @@
 #include "Rendering/TextBlockCache.h"
 
+#include "Rendering/DrawnText.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -63,15 +65,26 @@ TEST_F(TextBlockCacheTest, LongTextsThatAreTypedDoNotPileUp)
     EXPECT_FALSE(blocks.back().expired());
 }
 
-TEST_F(TextBlockCacheTest, ATextBeyondTheCapacityIsLaidOutAndNotKept)
+TEST_F(TextBlockCacheTest, ATextBeyondTheCapacityIsKeptAlone)
 {
     TextBlockCache small(20);
     const QString text(30, QLatin1Char('x'));
+    const auto other = small.block(QStringLiteral("1"), font);
 
     const auto block = small.block(text, font);
 
     EXPECT_EQ(block->size(), TextBlock(text, font).size());
+    EXPECT_EQ(small.block(text, font), block);
+    EXPECT_NE(small.block(QStringLiteral("1"), font), other);
     EXPECT_NE(small.block(text, font), block);
+}
+
+TEST_F(TextBlockCacheTest, WhatOfATextIsNotDrawnMakesNoOtherBlock)
+{
+    const QString drawn(mostDrawnCharacters, QLatin1Char('x'));
+
+    EXPECT_EQ(texts.block(drawn + QLatin1Char('1'), font),
+              texts.block(drawn + QLatin1Char('2'), font));
 }
 
 } // namespace

@@ -19,6 +19,14 @@ QRect frameRect(const FrameGeometry &geometry)
     return {QPoint(), geometry.pixels};
 }
 
+/// All that a slide can bring into the frame, in canvas units.
+QRectF seenOf(const FrameGeometry &geometry)
+{
+    const double margin = longestSlide * geometry.canvasToDevice.m11() + 4; // px
+    const QRectF seen = QRectF(frameRect(geometry)).adjusted(-margin, -margin, margin, margin);
+    return geometry.canvasToDevice.inverted().mapRect(seen);
+}
+
 QRectF reachOf(const Primitive &primitive, const QTransform &canvasToDevice)
 {
     constexpr double far = 1e6; // px
@@ -190,8 +198,8 @@ void FrameScene::rebuildParts(SceneLayer &layer)
         return;
     const QPointF slide = layer.isSeen() ? layer.slide : QPointF();
     const QTransform &toDevice = m_geometry.canvasToDevice;
-    std::vector<Primitive> primitives =
-        primitivesOf(*item, {QPointF(), m_geometry.style, toDevice.m11()}, m_texts);
+    std::vector<Primitive> primitives = primitivesOf(
+        *item, {QPointF(), m_geometry.style, toDevice.m11(), seenOf(m_geometry)}, m_texts);
     layer.parts->resize(primitives.size());
     for (std::size_t index = 0; index < primitives.size(); ++index) {
         Primitive &primitive = primitives[index];

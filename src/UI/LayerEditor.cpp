@@ -2,6 +2,7 @@
 
 #include "Base/RawString.h"
 #include "Models/TemplateFields.h"
+#include "Rendering/DrawnText.h"
 #include "UI/KindLook.h"
 
 #include <QMetaProperty>
@@ -54,6 +55,14 @@ QVariant fromQml(const QMetaProperty &property, const QVariant &input)
     return input;
 }
 
+QString noteOn(const QString &text)
+{
+    return isDrawnWhole(text)
+               ? QString()
+               : LayerEditor::tr("This text is longer than can be shown: its beginning is "
+                                 "drawn, and nothing of it is lost.");
+}
+
 } // namespace
 
 LayerEditor::LayerEditor(CanvasDocument &document)
@@ -102,6 +111,8 @@ void LayerEditor::readAll()
         }
         if (const auto *aspect = qobject_cast<AspectLockedLayer *>(m_layer.data()))
             publish(QStringLiteral("aspectRatioLocked"), aspect->isAspectRatioLocked());
+        if (const auto *text = qobject_cast<TextLayer *>(m_layer.data()))
+            publish(QStringLiteral("textNote"), noteOn(text->text()));
     }
     publish(QStringLiteral("isOnAir"), isOnAir());
     publish(QStringLiteral("typeIcon"), item        ? lookOf(*item).icon

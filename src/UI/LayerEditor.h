@@ -13,7 +13,8 @@ namespace tessara {
 /// the layer, and every change of the layer comes back. Beside them stand "kindName" ("group" with
 /// layers of one group selected, empty with no selection or several), "groupName",
 /// "selectionCount", "transitionStyle", "dissolveDuration", "autoOutDuration", "aspectRatioLocked",
-/// "isOnAir" and "typeIcon".
+/// "isOnAir" and "typeIcon", and for texts "textNote": a sentence where not all of it is drawn,
+/// else empty.
 class LayerEditor : public QQmlPropertyMap
 {
     Q_OBJECT

@@ -149,5 +149,21 @@ TEST_F(LayerEditorTest, TheTypeOfAFieldIsWrittenByItsName)
     EXPECT_EQ(value("fieldKind"), QStringLiteral("timer"));
 }
 
+TEST_F(LayerEditorTest, SaysWhereATextIsLongerThanCanBeShown)
+{
+    TextLayer *text = document.addTextLayer();
+    EXPECT_EQ(value("textNote"), QString());
+
+    const QString megabyte(1'000'000, QLatin1Char('x'));
+    write("text", megabyte);
+
+    EXPECT_EQ(value("textNote"),
+              QStringLiteral("This text is longer than can be shown: its beginning is drawn, and "
+                             "nothing of it is lost."));
+    EXPECT_EQ(text->text(), megabyte);
+    write("text", QStringLiteral("short"));
+    EXPECT_EQ(value("textNote"), QString());
+}
+
 } // namespace
 } // namespace tessara

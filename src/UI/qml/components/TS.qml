@@ -62,4 +62,7 @@ QtObject {
     // Motion
     readonly property int hoverTime: 120
     readonly property int openTime: 180
+
+    /// What a row can show of a name: the platform lays out the whole of a text that it elides.
+    function shortened(text) { return text.length > 300 ? text.slice(0, 300) + "…" : text }
 }

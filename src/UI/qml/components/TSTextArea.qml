@@ -1,8 +1,10 @@
 // Several lines to type in; every keystroke counts at once.
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Tessara
 
-Rectangle {
+ColumnLayout {
     id: root
 
     required property string value
@@ -10,38 +12,71 @@ Rectangle {
     property real leastHeight: 58
     signal edited(string text)
 
-    implicitHeight: Math.min(Math.max(leastHeight, area.contentHeight + 18), 118)
-    radius: TS.radius
-    color: TS.bg0
-    border.width: area.activeFocus ? 2 : 1
-    border.color: area.activeFocus ? TS.accent : TS.border
-    onValueChanged: if (area.text !== value) area.text = value
-    Component.onCompleted: area.text = value
+    // A longer one would hold the window up at every key; its beginning is shown, and cannot be
+    // edited, since what is behind it must not get lost.
+    readonly property int mostCharacters: 20000
+    readonly property bool isTooLong: value.length > mostCharacters
+    readonly property string shown: isTooLong ? value.slice(0, 1000) + "…" : value
 
-    Flickable {
-        id: scroller
+    property PasteGuard guard: PasteGuard {
+        field: area
+        mostCharacters: root.mostCharacters
+        onLongTextPasted: (text) => root.edited(text)
+    }
 
-        anchors { fill: parent; margins: 2 }
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        ScrollBar.vertical: ScrollBar {}
+    spacing: 4
+    onShownChanged: if (area.text !== shown) area.text = shown
+    Component.onCompleted: area.text = shown
 
-        TextArea.flickable: TextArea {
-            id: area
+    Rectangle {
+        Layout.fillWidth: true
+        implicitHeight: Math.min(Math.max(root.leastHeight, area.contentHeight + 18), 118)
+        radius: TS.radius
+        color: TS.bg0
+        border.width: area.activeFocus ? 2 : 1
+        border.color: area.activeFocus ? TS.accent : TS.border
 
-            objectName: "area"
-            Accessible.name: root.label
-            padding: 7
-            font: Qt.font({ family: TS.family, pixelSize: 14, weight: Font.Medium })
-            color: TS.label
-            selectionColor: TS.accent
-            selectedTextColor: TS.ink
-            wrapMode: TextEdit.Wrap
-            selectByMouse: true
-            background: null
-            onTextChanged: if (activeFocus && text !== root.value) root.edited(text)
-            Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
-            Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+        Flickable {
+            id: scroller
+
+            anchors { fill: parent; margins: 2 }
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            ScrollBar.vertical: ScrollBar {}
+
+            TextArea.flickable: TextArea {
+                id: area
+
+                objectName: "area"
+                Accessible.name: root.label
+                padding: 7
+                font: Qt.font({ family: TS.family, pixelSize: 14, weight: Font.Medium })
+                color: root.isTooLong ? TS.labelSub : TS.label
+                selectionColor: TS.accent
+                selectedTextColor: TS.ink
+                wrapMode: TextEdit.Wrap
+                selectByMouse: true
+                readOnly: root.isTooLong
+                background: null
+                onTextChanged: if (activeFocus && text !== root.shown) root.edited(text)
+                Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+                Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+            }
         }
+    }
+    TSText {
+        objectName: "tooLongNote"
+        visible: root.isTooLong
+        Layout.fillWidth: true
+        wrapMode: Text.Wrap
+        text: qsTr("This text is too long to be edited here.")
+        font: TS.hint
+        color: TS.labelSub
+    }
+    TSButton {
+        objectName: "clearLongText"
+        visible: root.isTooLong
+        text: qsTr("Clear Text")
+        onClicked: root.edited("")
     }
 }

@@ -11,6 +11,9 @@ TextField {
     property bool alignRight: false
     signal edited(string text)
 
+    // As much as can be looked through in one line; whoever edits it writes another text.
+    readonly property string shown: value.slice(0, 2000)
+
     // Typing shows at once what it does; otherwise on Return or on leaving.
     property bool isLive: false
 
@@ -24,19 +27,19 @@ TextField {
     placeholderTextColor: TS.labelFade
     horizontalAlignment: alignRight ? TextInput.AlignRight : TextInput.AlignLeft
     selectByMouse: true
-    text: value
+    text: shown
     opacity: enabled ? 1 : 0.38
 
-    onValueChanged: if (!activeFocus || !isLive) text = value
+    onShownChanged: if (!activeFocus || !isLive) text = shown
     onTextEdited: if (isLive) edited(text)
     onActiveFocusChanged: if (activeFocus) selectAll(); else commit()
     onAccepted: { commit(); selectAll() }
-    Keys.onEscapePressed: (event) => { text = value; event.accepted = true; focus = false }
+    Keys.onEscapePressed: (event) => { text = shown; event.accepted = true; focus = false }
 
     function commit() {
-        if (!isLive && text !== value)
+        if (!isLive && text !== shown)
             edited(text)
-        text = Qt.binding(() => root.value)
+        text = Qt.binding(() => root.shown)
     }
 
     background: Rectangle {

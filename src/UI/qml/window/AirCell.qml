@@ -15,7 +15,7 @@ AbstractButton {
     objectName: "airCell"
     hoverEnabled: true
     focusPolicy: Qt.TabFocus
-    Accessible.name: (record.isOnAir ? qsTr("On air, %1, Hide") : qsTr("Off air, %1, Show")).arg(record.name)
+    Accessible.name: (record.isOnAir ? qsTr("On air, %1, Hide") : qsTr("Off air, %1, Show")).arg(TS.shortened(record.name))
     onPressed: record.toggleHidden()
 
     background: Rectangle {

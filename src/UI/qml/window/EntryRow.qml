@@ -22,7 +22,7 @@ Item {
 
     implicitHeight: 42
     Accessible.role: Accessible.ListItem
-    Accessible.name: record.name + ", " + record.detail
+    Accessible.name: TS.shortened(record.name) + ", " + record.detail
 
     AirCell {
         width: 40
@@ -83,7 +83,7 @@ Item {
                 TSText {
                     objectName: "entryName"
                     width: parent.width
-                    text: root.record.name
+                    text: TS.shortened(root.record.name)
                     color: root.record.isOnAir ? TS.label : TS.labelSub
                     font { family: TS.family; pixelSize: 14
                            weight: root.record.isSelected ? Font.DemiBold : Font.Medium }

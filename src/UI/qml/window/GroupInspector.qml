@@ -15,7 +15,7 @@ ColumnLayout {
 
     TSText {
         Layout.fillWidth: true
-        text: root.editor.groupName ?? ""
+        text: TS.shortened(root.editor.groupName ?? "")
         font: TS.title
     }
     TSText {

@@ -28,7 +28,7 @@ Rectangle {
         width: parent.width
         height: parent.height - root.foot
         focusPolicy: Qt.TabFocus
-        Accessible.name: root.presetName
+        Accessible.name: TS.shortened(root.presetName)
         Accessible.selected: root.isSelected
         onClicked: root.selected()
         onActiveFocusChanged: if (activeFocus) { root.selected(); root.approached(); root.reached() }
@@ -55,7 +55,7 @@ Rectangle {
         y: picture.height + 8
         width: parent.width - 24
         height: 24
-        text: root.presetName
+        text: TS.shortened(root.presetName)
         font { family: TS.family; pixelSize: 15; weight: Font.DemiBold }
     }
     TSButton {
@@ -66,7 +66,7 @@ Rectangle {
         implicitHeight: 36
         look: root.isLive ? "airOutline" : "secondary"
         text: qsTr("Apply")
-        Accessible.name: text + ", " + root.presetName
+        Accessible.name: text + ", " + TS.shortened(root.presetName)
         onClicked: root.applied()
     }
     Rectangle {

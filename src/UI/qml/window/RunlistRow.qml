@@ -24,7 +24,7 @@ Item {
     objectName: "runlistRow"
     implicitHeight: 54
     Accessible.role: Accessible.ListItem
-    Accessible.name: [record.stateText, record.name, record.detail, help].filter(part => part !== "").join(", ")
+    Accessible.name: [record.stateText, TS.shortened(record.name), record.detail, help].filter(part => part !== "").join(", ")
     Accessible.onPressAction: click()
 
     function click() { record.click(isCueMode, isRowLocked) }
@@ -69,7 +69,7 @@ Item {
             }
             TSText {
                 width: parent.width
-                text: root.record.name
+                text: TS.shortened(root.record.name)
                 color: root.record.isOnAir || root.record.isCued ? TS.label : TS.labelSub
                 font { family: TS.family; pixelSize: 15; weight: Font.DemiBold }
             }

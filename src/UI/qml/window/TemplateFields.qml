@@ -19,7 +19,7 @@ ColumnLayout {
         objectName: "field_" + fieldKey + (step > 0 ? "_up" : "_down")
         implicitWidth: 40
         iconName: step > 0 ? "plus" : "minus"
-        help: (step > 0 ? qsTr("%1, one more") : qsTr("%1, one less")).arg(fieldKey)
+        help: (step > 0 ? qsTr("%1, one more") : qsTr("%1, one less")).arg(TS.shortened(fieldKey))
         autoRepeat: true
         autoRepeatDelay: 400
         autoRepeatInterval: 125
@@ -69,7 +69,7 @@ ColumnLayout {
             TSText {
                 Layout.fillWidth: true
                 Layout.preferredHeight: 20
-                text: field.fieldKey
+                text: TS.shortened(field.fieldKey)
                 font: TS.hint
                 color: TS.labelSub
             }
@@ -98,7 +98,7 @@ ColumnLayout {
                     TSText {
                         objectName: "field_" + field.fieldKey
                         Layout.rightMargin: TS.gap
-                        text: field.fieldValue
+                        text: TS.shortened(field.fieldValue)
                         font { family: TS.family; pixelSize: 24; weight: Font.DemiBold }
                     }
                     ScoreStep { fieldKey: field.fieldKey; step: -1 }
@@ -114,7 +114,7 @@ ColumnLayout {
                         text: qsTr("Timer")
                         font: TS.button
                     }
-                    TSText { objectName: "field_" + field.fieldKey; text: field.fieldValue; color: TS.labelSub }
+                    TSText { objectName: "field_" + field.fieldKey; text: TS.shortened(field.fieldValue); color: TS.labelSub }
                 }
             }
             Component {

@@ -25,6 +25,15 @@ ColumnLayout {
         value: root.editor.text ?? ""
         onEdited: (text) => root.editor.text = text
     }
+    TSText {
+        objectName: "textNote"
+        visible: text !== ""
+        Layout.fillWidth: true
+        wrapMode: Text.Wrap
+        text: root.editor.textNote ?? ""
+        font: TS.hint
+        color: TS.labelSub
+    }
     TSFieldRow {
         label: qsTr("Align")
         TSSegmented {

@@ -106,8 +106,7 @@ double RandomLayers::side(double canvas)
         return m_dice.between(0.5, 0.9 * canvas);
     if (share < 0.9)
         return std::floor(canvas * m_dice.between(1, 1.5));
-    return m_dice.oneOf(
-        {0.0, 0.01, 0.4, 1.0, -5.0, 3 * canvas, 30 * canvas, 1e5, none, endless});
+    return m_dice.oneOf({0.0, 0.01, 0.4, 1.0, -5.0, 3 * canvas, 30 * canvas, 1e5, none, endless});
 }
 
 QSizeF RandomLayers::size(QSizeF canvas)

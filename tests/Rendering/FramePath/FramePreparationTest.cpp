@@ -22,6 +22,18 @@ protected:
         document.removeLayer(id);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+    /// While sprites are made for the hidden one, another comes in its place and is taken.
+    void replaceHidden(const QUuid &id, const QString &text)
+    {
+        frame();
+        path.prepareHidden();
+        remove(id);
+        TextLayer *successor = addHidden(id, text);
+        document.setLayerHidden(id, false);
+        frame();
+        setVisibility(successor, 0.5);
+        prepare(); // until what was made ahead has come
+    }
 };
 
 TEST_F(FramePreparationTest, IsPreparedWhenNoSpriteIsMissing)
@@ -123,15 +135,8 @@ TEST_F(FramePreparationTest, WhatWasMadeForALayerIsNotShownByItsSuccessor)
 {
     const QUuid id = QUuid::createUuid();
     addHidden(id, "OLD");
-    frame();
-    path.prepareHidden();
-    remove(id);
-    TextLayer *successor = addHidden(id, "NEW");
-    document.setLayerHidden(id, false);
-    frame();
 
-    setVisibility(successor, 0.5);
-    prepare(); // until what was made ahead has come
+    replaceHidden(id, "NEW");
 
     EXPECT_EQ(frame(), reference());
 }
@@ -140,15 +145,8 @@ TEST_F(FramePreparationTest, WhatWasMadeForAnOutlineIsOfNoUseWhenItIsGone)
 {
     const QUuid id = QUuid::createUuid();
     addHidden(id, "OLD")->setOutlineWidth(5);
-    frame();
-    path.prepareHidden();
-    remove(id);
-    TextLayer *successor = addHidden(id, "NEW");
-    document.setLayerHidden(id, false);
-    frame();
 
-    setVisibility(successor, 0.5);
-    prepare();
+    replaceHidden(id, "NEW");
 
     EXPECT_EQ(frame(), reference());
 }

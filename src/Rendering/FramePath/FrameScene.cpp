@@ -71,7 +71,7 @@ void FrameScene::follow(const CanvasDocument &document, const FrameGeometry &geo
 const TileDamage &FrameScene::update(const CanvasDocument &document, const FrameGeometry &geometry)
 {
     follow(document, geometry);
-    m_supply.isIdle(); // whatever is done is taken
+    m_supply.takeMade();
     ++m_updates;
     for (SceneLayer &layer : m_order.layers()) {
         if (layer.isPlaced)
@@ -104,7 +104,7 @@ bool FrameScene::prepare(const CanvasDocument &document, const FrameGeometry &ge
     if (isUpToDate(document, geometry))
         return true;
     follow(document, geometry);
-    if (!m_supply.isIdle())
+    if (!m_supply.takeMade())
         return false;
     std::size_t rebuilt = 0;
     for (SceneLayer &layer : m_order.layers()) {
@@ -141,7 +141,7 @@ void FrameScene::makeAll(const CanvasDocument &document, const FrameGeometry &ge
 
 void FrameScene::prepareHidden()
 {
-    if (!m_order.document() || !m_supply.isIdle())
+    if (!m_order.document() || !m_supply.takeMade())
         return;
     follow(*m_order.document(), m_geometry);
     for (SceneLayer &layer : m_order.layers()) {
@@ -216,8 +216,10 @@ void FrameScene::rebuildParts(SceneLayer &layer)
             continue;
         }
         m_supply.want({key,
-                       {std::move(primitive), toDevice, areaFor(slide, m_geometry)},
                        {layer.parts, index},
+                       std::move(primitive),
+                       toDevice,
+                       areaFor(slide, m_geometry),
                        index < before->size() ? (*before)[index].placed.sprite : nullptr});
     }
 }

@@ -1,7 +1,9 @@
 #include "Rendering/FramePath/SpriteSupply.h"
 
 #include <algorithm>
+#include <iterator>
 #include <ranges>
+#include <utility>
 
 namespace tessara {
 
@@ -17,54 +19,55 @@ qsizetype bytesOf(const SceneLayer &layer)
 
 } // namespace
 
-void SpriteSupply::keep(const SpriteKey &key, const PartToken &part,
-                        const std::shared_ptr<const Sprite> &sprite)
+std::shared_ptr<const Sprite> SpriteSupply::made(const Wanted &wanted)
 {
-    part.give(sprite);
-    m_kept.insert(key, sprite);
+    return Sprite::make(wanted.primitive, wanted.canvasToDevice, wanted.area, wanted.similar.get());
+}
+
+// What was made for a part that has gone meanwhile may still serve another.
+void SpriteSupply::keep(const std::vector<Wanted> &wanted, const Sprites &sprites)
+{
+    for (std::size_t index = 0; index < sprites.size(); ++index) {
+        wanted[index].part.give(sprites[index]);
+        m_kept.insert(wanted[index].key, sprites[index]);
+    }
 }
 
 void SpriteSupply::makeNow()
 {
     if (m_wanted.empty())
         return;
-    std::vector<std::shared_ptr<const Sprite>> made(m_wanted.size());
+    Sprites sprites(m_wanted.size());
     m_workers.run(int(m_wanted.size()), m_workers.threads() - 1, [&](int piece, int) {
-        const Wanted &wanted = m_wanted[std::size_t(piece)];
-        const SpriteMaker::Order &order = wanted.order;
-        made[std::size_t(piece)] =
-            Sprite::make(order.primitive, order.canvasToDevice, order.area, wanted.similar.get());
+        sprites[std::size_t(piece)] = made(m_wanted[std::size_t(piece)]);
     });
-    for (std::size_t index = 0; index < made.size(); ++index)
-        keep(m_wanted[index].key, m_wanted[index].part, made[index]);
+    keep(m_wanted, sprites);
     m_wanted.clear();
 }
 
-// What was made for a part that has gone meanwhile may still serve another.
-bool SpriteSupply::isIdle()
+bool SpriteSupply::takeMade()
 {
-    if (m_maker.isDone()) {
-        const std::vector<std::shared_ptr<const Sprite>> made = m_maker.takeResults();
-        Q_ASSERT(made.size() == m_promises.size());
-        for (std::size_t index = 0; index < made.size(); ++index)
-            keep(m_promises[index].key, m_promises[index].part, made[index]);
-        m_promises.clear();
-    }
-    return m_maker.isIdle();
+    if (!m_making.valid())
+        return true;
+    if (m_making.wait_for(std::chrono::seconds{0}) != std::future_status::ready)
+        return false;
+    keep(*m_promised, m_making.get());
+    m_promised.reset();
+    return true;
 }
 
+// At ordinary priority: below it, a lock that it holds could keep the frames waiting.
 void SpriteSupply::makeBeside()
 {
     if (m_wanted.empty())
         return;
-    Q_ASSERT(m_maker.isIdle() && m_promises.empty());
-    std::vector<SpriteMaker::Order> orders;
-    for (Wanted &wanted : m_wanted) {
-        orders.push_back(std::move(wanted.order));
-        m_promises.push_back({wanted.key, wanted.part});
-    }
-    m_wanted.clear();
-    m_maker.start(std::move(orders));
+    Q_ASSERT(!m_making.valid());
+    m_promised = std::make_shared<const std::vector<Wanted>>(std::exchange(m_wanted, {}));
+    m_making = std::async(std::launch::async, [promised = m_promised] {
+        Sprites sprites;
+        std::ranges::transform(*promised, std::back_inserter(sprites), &made);
+        return sprites;
+    });
 }
 
 void SpriteSupply::forgetHidden(std::vector<SceneLayer> &layers)

@@ -3,7 +3,8 @@
 
 #include "Base/ForkJoin.h"
 #include "Rendering/FramePath/SceneLayer.h"
-#include "Rendering/FramePath/SpriteMaker.h"
+
+#include <future>
 
 namespace tessara {
 
@@ -29,8 +30,10 @@ public:
     struct Wanted
     {
         SpriteKey key;
-        SpriteMaker::Order order;
         PartToken part;
+        Primitive primitive;
+        QTransform canvasToDevice;
+        QRect area;
         std::shared_ptr<const Sprite> similar; // or none
     };
     void want(Wanted wanted) { m_wanted.push_back(std::move(wanted)); }
@@ -38,30 +41,26 @@ public:
 
     /// Makes all that is wanted, shared among the threads.
     void makeNow();
-    /// True when the thread beside has nothing to do, and what it has made is in place.
-    bool isIdle();
-    /// Gives all that is wanted to the thread beside, which has to be idle.
+    /// Takes what a thread beside has made; false while there is one that isn't done.
+    bool takeMade();
+    /// Gives all that is wanted to a thread beside; none may be at work.
     void makeBeside();
 
     /// Of what nobody sees only so much is kept; who was seen long ago gives up first.
     static void forgetHidden(std::vector<SceneLayer> &layers);
 
 private:
-    /// A sprite in the maker's hands, whose part may be gone when it is done.
-    struct Promise
-    {
-        SpriteKey key;
-        PartToken part;
-    };
+    using Sprites = std::vector<std::shared_ptr<const Sprite>>;
 
-    void keep(const SpriteKey &key, const PartToken &part,
-              const std::shared_ptr<const Sprite> &sprite);
+    static std::shared_ptr<const Sprite> made(const Wanted &wanted);
+    void keep(const std::vector<Wanted> &wanted, const Sprites &sprites);
 
     ForkJoin &m_workers;
     SpriteCache m_kept;
     std::vector<Wanted> m_wanted;
-    SpriteMaker m_maker;
-    std::vector<Promise> m_promises; // in the order of the maker's batch
+    // Last, for it ends when its thread does. The parts may be gone by then.
+    std::shared_ptr<const std::vector<Wanted>> m_promised;
+    std::future<Sprites> m_making;
 };
 
 } // namespace tessara

@@ -49,21 +49,22 @@ bool SpriteSupply::takeMade()
 {
     if (!m_making.valid())
         return true;
-    if (m_making.wait_for(std::chrono::seconds{0}) != std::future_status::ready)
+    if (m_making.wait_for(std::chrono::seconds{0}) == std::future_status::timeout)
         return false;
     keep(*m_promised, m_making.get());
     m_promised.reset();
     return true;
 }
 
-// At ordinary priority: below it, a lock that it holds could keep the frames waiting.
+// At ordinary priority: below it, a lock that it holds could keep the frames waiting. A system that
+// has no thread left has them made when they are taken.
 void SpriteSupply::makeBeside()
 {
     if (m_wanted.empty())
         return;
     Q_ASSERT(!m_making.valid());
     m_promised = std::make_shared<const std::vector<Wanted>>(std::exchange(m_wanted, {}));
-    m_making = std::async(std::launch::async, [promised = m_promised] {
+    m_making = std::async(std::launch::async | std::launch::deferred, [promised = m_promised] {
         Sprites sprites;
         std::ranges::transform(*promised, std::back_inserter(sprites), &made);
         return sprites;

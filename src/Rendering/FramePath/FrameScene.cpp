@@ -155,12 +155,12 @@ void FrameScene::prepareHidden()
 void FrameScene::lookAt(SceneLayer &layer) const
 {
     const CanvasDocument &document = *m_order.document();
-    const std::optional<CanvasLayerItem> item = document.layerItem(layer.id);
+    const std::optional<CanvasLayerItem> item = document.layerItem(*layer.id);
     layer.opacity = item ? runOpacity(document, *item) : 0;
     layer.slide = {};
     if (!item || std::holds_alternative<CountdownLayer *>(*item)) // it fades and never slides
         return;
-    const QSizeF offset = document.effectiveTransitionOffset(layer.id, layerOf(*item)->isHidden());
+    const QSizeF offset = document.effectiveTransitionOffset(*layer.id, layerOf(*item)->isHidden());
     layer.slide = QPointF(offset.width(), offset.height()) * m_geometry.canvasToDevice.m11();
 }
 
@@ -191,7 +191,7 @@ bool FrameScene::fits(const PlacedSprite &placed, const QRectF &reach, QPointF s
 // Those of a hidden layer are made for where it rests.
 void FrameScene::rebuildParts(SceneLayer &layer)
 {
-    const std::optional<CanvasLayerItem> item = m_order.document()->layerItem(layer.id);
+    const std::optional<CanvasLayerItem> item = m_order.document()->layerItem(*layer.id);
     const std::shared_ptr<SceneParts> before = layer.parts;
     layer.replaceParts(SceneLayer::Content::current);
     if (!item)

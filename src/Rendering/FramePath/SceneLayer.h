@@ -7,6 +7,8 @@
 #include <QPointF>
 #include <QUuid>
 
+#include <optional>
+
 namespace tessara {
 
 /// One drawing operation: its raster, and what is applied when it is blended.
@@ -50,7 +52,7 @@ struct SceneLayer
         forgotten // the sprites took too much room while nobody saw them
     };
 
-    QUuid id; // null once the layer has gone: another may come under its id
+    std::optional<QUuid> id; // none once the layer has gone: another may come under its id
     Content content = Content::stale;
     bool isPlaced = false; // the items are what the document shows
     double opacity = 0;    // when it was last looked at

@@ -31,7 +31,7 @@ void SceneOrder::watch(const CanvasDocument &document)
     });
     hear(&CanvasDocument::layerRemoved, [this](const QUuid &id) {
         if (SceneLayer *layer = find(id))
-            layer->id = QUuid();
+            layer->id.reset();
     });
     hear(&CanvasDocument::layerOrderChanged, [this] { m_isSorted = false; });
     hear(&CanvasDocument::sizeChanged, [this] { markAll(); });

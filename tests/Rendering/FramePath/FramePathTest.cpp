@@ -117,6 +117,18 @@ TEST_F(FramePathTest, ShowsTheLayerThatTookThePlaceOfAnotherUnderItsId)
     }
 }
 
+// A macro may name any id.
+TEST_F(FramePathTest, ShowsNothingOfARemovedLayerInOneUnderTheNullId)
+{
+    const ShapeLayer *removed = addShape(ShapeKind::ellipse, {10, 10, 80, 80});
+    frame();
+    document.removeLayer(removed->id());
+
+    added(new ShapeLayer(QUuid(), "Shape", ShapeKind::star, {100, 10}, {80, 80}));
+
+    EXPECT_EQ(frame(), reference());
+}
+
 TEST_F(FramePathTest, FollowsTheOrderOfLayers)
 {
     addShape(ShapeKind::ellipse, {10, 10, 80, 80}, {1, 0, 0, 1});

@@ -11,6 +11,7 @@ namespace tessara {
 namespace {
 
 constexpr double longestPause = 1e9; // s, some thirty years
+constexpr double leastWait = 0.001;  // s in a pass; less is no rest for the main thread
 
 } // namespace
 
@@ -46,7 +47,7 @@ Task MacroManager::play(Macro macro)
 {
     bool goesOn = co_await m_clock.nextTurn();
     for (qint64 pass = 1; goesOn && m_currentDocument; ++pass) {
-        bool hasWaited = false;
+        double waited = 0; // s
         for (const MacroStep &step : macro.steps) {
             if (!m_currentDocument)
                 break;
@@ -54,8 +55,9 @@ Task MacroManager::play(Macro macro)
             if (!pause) {
                 playStep(step.kind);
             } else if (pause->seconds > 0) {
-                hasWaited = true;
-                goesOn = co_await m_clock.sleep(Seconds{std::min(pause->seconds, longestPause)});
+                const double seconds = std::min(pause->seconds, longestPause);
+                waited += seconds;
+                goesOn = co_await m_clock.sleep(Seconds{seconds});
             }
             if (!goesOn || !isRunning())
                 co_return; // stopped, and its flags are clean by now
@@ -64,7 +66,7 @@ Task MacroManager::play(Macro macro)
             break;
         // A loop without a pause would never let go of the main thread.
         constexpr qint64 passesInARow = 100;
-        if (!hasWaited && (macro.loopCount == 0 || pass % passesInARow == 0)) {
+        if (waited < leastWait && (macro.loopCount == 0 || pass % passesInARow == 0)) {
             goesOn = co_await m_clock.sleep(Seconds{1.0 / 60});
             if (!goesOn)
                 co_return;

@@ -83,6 +83,27 @@ TEST_F(MacroPlaybackTest, AnEndlessLoopWithoutAPauseLetsTheProgramLive)
     EXPECT_FALSE(macros.isRunning());
 }
 
+TEST_F(MacroPlaybackTest, AnEndlessLoopWithPausesOfNoLengthLetsTheProgramLive)
+{
+    TextLayer *title = addTitle();
+    int passes = 0;
+    QObject::connect(title, &TextLayer::textChanged, [&] {
+        ++passes;
+        if (passes == 10'000) // rather than never come back
+            macros.stopRunning();
+    });
+    Macro macro = macroOf({setText(title->id(), QStringLiteral("One")), Pause{1e-12},
+                           setText(title->id(), QStringLiteral("Other")), Pause{1e-7}});
+    macro.loopEnabled = true;
+    macros.runMacro(macro);
+
+    clock.advance(seconds{1});
+
+    EXPECT_TRUE(macros.isRunning());
+    EXPECT_LT(passes, 1000);
+    macros.stopRunning();
+}
+
 TEST_F(MacroPlaybackTest, StoppingInAPauseEndsAtOnceAndCleanly)
 {
     TextLayer *title = addTitle();

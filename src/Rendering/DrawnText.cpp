@@ -74,9 +74,29 @@ void cutTo(qsizetype characters, QString &text)
     text.truncate(isInPair ? characters - 1 : characters);
 }
 
-QString withShortBreaks(QString text)
+// Breaks of a line that other programs write (UAX #14, classes BK and NL).
+bool isForeignBreak(QChar letter)
 {
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    return letter == QLatin1Char('\v') || letter == QLatin1Char('\f') || letter == QChar(0x85);
+}
+
+// Fonts have no shape for it. The platform draws a blank or a box, and the letters after it in one
+// font or another, by what it happens to have loaded.
+bool isShapeless(QChar letter)
+{
+    return letter.category() == QChar::Other_Control && letter != QLatin1Char('\n')
+           && letter != QLatin1Char('\r') && letter != QLatin1Char('\t');
+}
+
+/// With line breaks of one character and without other control characters.
+QString withPlainControls(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    if (std::any_of(text.cbegin(), text.cend(), isShapeless)) {
+        std::replace_if(text.begin(), text.end(), isForeignBreak, QLatin1Char('\n'));
+        text.removeIf(isShapeless);
+    }
+    return text;
 }
 
 } // namespace
@@ -92,7 +112,7 @@ QString drawnText(const QString &text)
 {
     QString drawn = text;
     cutTo(2 * mostDrawnCharacters, drawn); // a line break may be two
-    drawn = withShortBreaks(drawn);
+    drawn = withPlainControls(drawn);
     cutTo(mostDrawnCharacters, drawn);
     return withoutTooMany(drawn);
 }
@@ -100,7 +120,7 @@ QString drawnText(const QString &text)
 bool isDrawnWhole(const QString &text)
 {
     return text.size() <= 2 * mostDrawnCharacters
-           && drawnText(text).size() == withShortBreaks(text).size();
+           && drawnText(text).size() == withPlainControls(text).size();
 }
 
 } // namespace tessara

@@ -13,11 +13,11 @@ constexpr qsizetype mostDrawnSymbols = 1'000;
 /// Upon one letter. Languages have up to four, and ornaments some dozens.
 constexpr qsizetype mostDrawnMarks = 250;
 
-/// What is drawn of `text`: its beginning, with line breaks of one character and without the marks
-/// and symbols that are too many.
+/// What is drawn of `text`: its beginning, with line breaks of one character, without other
+/// control characters, and without the marks and symbols that are too many.
 QString drawnText(const QString &text);
 
-/// False where something is left out.
+/// False where something is left out that has a shape.
 bool isDrawnWhole(const QString &text);
 
 /// The largest number of combining marks that follow each other.

@@ -37,6 +37,23 @@ TEST(DrawnText, LineBreaksOfTwoCharactersCountAsOne)
     EXPECT_TRUE(isDrawnWhole(text));
 }
 
+TEST(DrawnText, BreaksOfOtherProgramsAreLineBreaks)
+{
+    const QString text = QStringLiteral("Jane Doe\vReporter\fCoast\u0085News");
+
+    EXPECT_EQ(drawnText(text), QStringLiteral("Jane Doe\nReporter\nCoast\nNews"));
+    EXPECT_TRUE(isDrawnWhole(text));
+}
+
+TEST(DrawnText, CharactersThatNoFontHasAShapeForAreLeftOut)
+{
+    const QString text =
+        QLatin1Char('A') + QString(3, QChar(0)) + QStringLiteral("\a\x1b[0m\u007f\u0090\tB\rC");
+
+    EXPECT_EQ(drawnText(text), QStringLiteral("A[0m\tB\rC"));
+    EXPECT_TRUE(isDrawnWhole(text));
+}
+
 TEST(DrawnText, OfAMegabyteTheBeginningIsDrawn)
 {
     const QString text = repeated(QStringLiteral("The coast road is closed\n"), 1'000'000);

@@ -90,12 +90,24 @@ void LayerEditor::follow()
 {
     const bool isSingle = m_document.selectedLayerIDs().size() == 1;
     const std::optional<QUuid> id = m_document.selectedLayerID();
-    m_layer = isSingle && id ? m_document.layer(*id) : nullptr;
-    m_groupID = isSingle ? std::nullopt : m_document.selectedPresetGroupID();
+    Layer *layer = isSingle && id ? m_document.layer(*id) : nullptr;
+    const std::optional<QUuid> groupID =
+        isSingle ? std::nullopt : m_document.selectedPresetGroupID();
+    if (m_layer != layer || m_groupID != groupID)
+        leave();
+    m_layer = layer;
+    m_groupID = groupID;
     publish(QStringLiteral("selectionCount"), m_document.selectedLayerIDs().size());
     publish(QStringLiteral("groupName"), m_groupID ? groupName() : QString());
     readAll();
     readRunSettings();
+}
+
+void LayerEditor::leave()
+{
+    if (m_layer && m_document.layer(m_layer->id()) != m_layer)
+        m_layer = nullptr; // what undo may bring back stays as it went
+    emit aboutToFollow();
 }
 
 void LayerEditor::readAll()

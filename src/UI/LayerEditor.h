@@ -42,11 +42,17 @@ public:
     Q_INVOKABLE void setHeight(double height);
     Q_INVOKABLE void setAspectRatioLocked(bool locked);
 
+signals:
+    /// The selection has changed, and what is written now still goes to what was selected, unless
+    /// that has gone.
+    void aboutToFollow();
+
 protected:
     QVariant updateValue(const QString &key, const QVariant &input) override;
 
 private:
     void follow();
+    void leave();
     void readAll();
     void readRunSettings();
     void publish(const QString &key, const QVariant &value);

@@ -18,6 +18,16 @@ Rectangle {
 
     color: TS.bg1
 
+    // What is being typed belongs to what it was begun for.
+    function commitTyped() {
+        const typed = Window.activeFocusItem
+        let place = typed
+        while (place && place !== root)
+            place = place.parent
+        if (place && typed instanceof TSTextField)
+            typed.commit()
+    }
+
     function panelFor(kindName) {
         switch (kindName) {
         case "text": return textPanel
@@ -28,6 +38,11 @@ Rectangle {
         case "countdown": return countdownPanel
         default: return null
         }
+    }
+
+    Connections {
+        target: root.editor
+        function onAboutToFollow() { root.commitTyped() }
     }
 
     Component { id: textPanel; TextInspector { editor: root.editor } }

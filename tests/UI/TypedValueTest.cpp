@@ -13,6 +13,7 @@ protected:
     {
         return qobject_cast<TextLayer *>(document->layer(id));
     }
+    ScoreLayer *score() const { return document->layersOf<ScoreLayer>().first(); }
     QQuickItem *sizeField() const
     {
         const QList<QQuickItem *> items = visibleItems();
@@ -27,6 +28,11 @@ protected:
         ASSERT_TRUE(field);
         click(field);
         type(typed);
+    }
+    void addScoreBar()
+    {
+        workspace->addScoreBar();
+        settle();
     }
 
     const QUuid lower = addTitleNamed(QStringLiteral("lower"));
@@ -69,6 +75,37 @@ TEST_F(TypedValueTest, ASizeGoesWithALayerThatIsRemoved)
     app->undoStack()->undo();
     ASSERT_TRUE(text(upper));
     EXPECT_EQ(text(upper)->fontSize(), 98);
+}
+
+TEST_F(TypedValueTest, UndoIsSeenInTheFieldThatIsTypedIn)
+{
+    addScoreBar();
+    QQuickItem *field = item(QStringLiteral("homeTeam"));
+    const QString before = score()->homeTeam();
+    typeInto(field, QStringLiteral("Lions"));
+    ASSERT_EQ(score()->homeTeam(), QStringLiteral("Lions"));
+
+    press(Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_EQ(score()->homeTeam(), before);
+    EXPECT_EQ(field->property("text").toString(), before);
+
+    type(QStringLiteral("!"));
+    EXPECT_EQ(score()->homeTeam(), before + QLatin1Char('!'));
+}
+
+TEST_F(TypedValueTest, TheCursorStaysWhereItIsInAFieldThatShowsAtOnce)
+{
+    addScoreBar();
+    QQuickItem *field = item(QStringLiteral("homeTeam"));
+    typeInto(field, QStringLiteral("Lons"));
+    press(Qt::Key_Left);
+    press(Qt::Key_Left);
+    press(Qt::Key_Left);
+
+    type(QStringLiteral("i"));
+
+    EXPECT_EQ(score()->homeTeam(), QStringLiteral("Lions"));
+    EXPECT_EQ(field->property("cursorPosition").toInt(), 2);
 }
 
 } // namespace

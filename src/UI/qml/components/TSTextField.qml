@@ -17,6 +17,9 @@ TextField {
     // Typing shows at once what it does; otherwise on Return or on leaving.
     property bool isLive: false
 
+    // What comes back for it is what was typed, or what its owner has made of that.
+    property bool isReporting: false
+
     implicitHeight: 32
     leftPadding: 9 + (prefixText.visible ? prefixText.implicitWidth + 8 : 0)
     rightPadding: 9 + (unitText.visible ? unitText.implicitWidth + 4 : 0)
@@ -30,8 +33,13 @@ TextField {
     text: shown
     opacity: enabled ? 1 : 0.38
 
-    onShownChanged: if (!activeFocus || !isLive) text = shown
-    onTextEdited: if (isLive) edited(text)
+    onShownChanged: if (!isReporting) text = shown
+    onTextEdited: {
+        isReporting = isLive
+        if (isLive)
+            edited(text)
+        isReporting = false
+    }
     onActiveFocusChanged: if (activeFocus) selectAll(); else commit()
     onAccepted: { commit(); selectAll() }
     Keys.onEscapePressed: (event) => { text = shown; event.accepted = true; focus = false }

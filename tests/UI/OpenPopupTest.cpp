@@ -29,6 +29,38 @@ TEST_F(OpenPopupTest, AChoiceClosesWhenAnotherLayerIsEdited)
     EXPECT_FALSE(itemWithText(QStringLiteral("Heavy")));
 }
 
+TEST_F(OpenPopupTest, TheKeysAreThoseOfTheMenuThatIsOpen)
+{
+    TextLayer *title = document->addTextLayer();
+    title->setFontWeight(700);
+    settle();
+    QQuickItem *name = item(QStringLiteral("nameField"));
+    click(name);
+    click(item(QStringLiteral("fontWeight")));
+
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+
+    EXPECT_EQ(title->fontWeight(), 800.0);
+    EXPECT_TRUE(name->hasActiveFocus());
+}
+
+TEST_F(OpenPopupTest, NoOtherChoiceIsMadeBesideAnOpenMenu)
+{
+    click(item(QStringLiteral("outputButton")));
+    OutputModel &output = *workspace->output();
+    ASSERT_EQ(output.fillDevice(), 0);
+    item(QStringLiteral("fillDevice"))->forceActiveFocus(Qt::TabFocusReason);
+    click(item(QStringLiteral("routing")));
+
+    press(Qt::Key_Down);
+    press(Qt::Key_Escape);
+
+    EXPECT_EQ(output.fillDevice(), 0);
+    EXPECT_EQ(output.routing(), 0);
+    EXPECT_TRUE(item(QStringLiteral("fillDevice"))->hasActiveFocus());
+}
+
 TEST_F(OpenPopupTest, TheChoiceOfADeviceClosesWhenTheDevicesChange)
 {
     click(item(QStringLiteral("outputButton")));

@@ -85,6 +85,18 @@ ComboBox {
         }
     }
     popup: Popup {
+        // A click opens the menu and leaves the keys where they are: the menu borrows them.
+        property Item lender: null
+
+        onAboutToShow: {
+            lender = root.activeFocus ? null : root.Window.activeFocusItem
+            root.forceActiveFocus(Qt.PopupFocusReason)
+        }
+        onClosed: {
+            if (root.activeFocus)
+                lender?.forceActiveFocus(Qt.PopupFocusReason)
+            lender = null
+        }
         y: root.height + 4
         width: root.width
         height: Math.min(contentItem.implicitHeight + 8, root.Window.height - 32)

@@ -232,6 +232,18 @@ TEST_F(RunlistWindowTest, TheKeysWalkTheRowsAndTake)
     EXPECT_FALSE(isHidden(title));
 }
 
+TEST_F(RunlistWindowTest, AKeyOnALockTakesNoRow)
+{
+    press(Qt::Key_Down);
+    part(QStringLiteral("logo"), QStringLiteral("lockButton"))
+        ->forceActiveFocus(Qt::TabFocusReason);
+
+    press(Qt::Key_Return);
+
+    EXPECT_FALSE(document->takes().isInTransition(title));
+    EXPECT_FALSE(document->takes().isInTransition(logo));
+}
+
 TEST_F(RunlistWindowTest, NoKeyGoesForAllCuesUnlessItsButtonHasTheFocus)
 {
     click(item(QStringLiteral("cueMode")));

@@ -16,11 +16,15 @@ EntryView {
     bottomMargin: 12
     Accessible.name: qsTr("Runlist")
 
-    Keys.onSpacePressed: keyRow?.click()
-    Keys.onReturnPressed: keyRow?.click()
-    Keys.onEnterPressed: keyRow?.click()
+    Keys.onSpacePressed: clickKeyRow()
+    Keys.onReturnPressed: clickKeyRow()
+    Keys.onEnterPressed: clickKeyRow()
     Keys.onMenuPressed: if (keyRow) openMenu(keyRow, Qt.point(110, keyRow.height / 2))
 
+    function clickKeyRow() {
+        if (hasKeys)
+            keyRow?.click()
+    }
     function openMenu(row, at) { menu.openFor(row.record, root, row.mapToItem(root, at)) }
 
     WheelHandler {
@@ -40,7 +44,7 @@ EntryView {
         isCueMode: root.isCueMode
         isRowLocked: root.place === "window" ? record.isLocked : root.isLocked
         showsLock: root.place === "window"
-        hasKeyboard: root.activeFocus && root.keyRow === row
+        hasKeyboard: root.hasKeys && root.keyRow === row
         opacity: root.isLocked ? 0.65 : 1
         onMenuRequested: (at) => root.openMenu(row, at)
     }

@@ -144,6 +144,17 @@ TEST_F(DeleteKeyTest, ItActsInTheListAndOnTheCanvasAlone)
     EXPECT_EQ(count(), 2);
 }
 
+TEST_F(DeleteKeyTest, ItActsInAListThatTheKeysHaveWalked)
+{
+    click(inRow(QStringLiteral("logo"), QStringLiteral("entryName")));
+    item(QStringLiteral("layersList"))->forceActiveFocus();
+    press(Qt::Key_Down);
+    press(Qt::Key_Delete);
+
+    EXPECT_EQ(count(), 2);
+    EXPECT_FALSE(document->layer(logo));
+}
+
 TEST_F(DeleteKeyTest, InANameItBelongsToTheName)
 {
     doubleClick(inRow(QStringLiteral("logo"), QStringLiteral("entryName")));
@@ -155,6 +166,16 @@ TEST_F(DeleteKeyTest, InANameItBelongsToTheName)
 
     EXPECT_EQ(count(), 3);
     EXPECT_EQ(document->layer(logo)->name(), QStringLiteral("ogo"));
+}
+
+TEST_F(DeleteKeyTest, WhatANameMakesNothingOfDeletesNoLayer)
+{
+    doubleClick(inRow(QStringLiteral("logo"), QStringLiteral("entryName")));
+    press(Qt::Key_Delete, Qt::AltModifier);
+    press(Qt::Key_Delete, Qt::MetaModifier);
+    press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+
+    EXPECT_EQ(count(), 3);
 }
 
 TEST_F(DeleteKeyTest, BackspaceDeletesNothing)

@@ -22,12 +22,9 @@ EntryView {
     reuseItems: false
     Accessible.name: qsTr("Layers")
 
-    Keys.onSpacePressed: if (keyRow) choose(keyRow.record, false)
+    Keys.onSpacePressed: if (hasKeys && keyRow) choose(keyRow.record, false)
     Keys.onMenuPressed: if (keyRow) openMenu(keyRow, Qt.point(80, rowPitch / 2))
-    Keys.onDeletePressed: {
-        if (!(Window.activeFocusItem instanceof AbstractButton)) // an eye or a lock of some row
-            workspace.pressDelete()
-    }
+    Keys.onDeletePressed: if (hasKeys) workspace.pressDelete()
 
     function choose(record, toggles) {
         if (renaming === record)
@@ -85,7 +82,7 @@ EntryView {
         width: ListView.view.width
         isLive: root.workspace.isLive
         isRenaming: root.renaming === record
-        hasKeyboard: root.activeFocus && root.keyRow === row
+        hasKeyboard: root.hasKeys && root.keyRow === row
         opacity: root.dragSource === index ? 0.35 : 1
         onClicked: (toggles) => root.choose(record, toggles)
         onMenuRequested: (at) => root.openMenu(row, at)

@@ -162,17 +162,22 @@ TEST_F(HeldKeyTest, AChoiceIsOpenedOnceAndStaysOpen)
     EXPECT_TRUE(itemWithText(QStringLiteral("Heavy")));
 }
 
-TEST_F(HeldKeyTest, AScoreStepCountsOnceForAShortHold)
+TEST_F(HeldKeyTest, AScoreStepIsHeldByTheMouseAlone)
 {
     const ScoreLayer *bar =
         document->addScoreLayer(ScoreTemplate::wideBroadcast, ScoreSportPreset::football);
     settle();
     const int before = bar->homeScore();
-    focus(item(QStringLiteral("homeScoreUp")));
+    QQuickItem *up = item(QStringLiteral("homeScoreUp"));
+    focus(up);
 
     hold(Qt::Key_Space);
-
     EXPECT_EQ(bar->homeScore(), before + 1);
+
+    QTest::keyPress(window, Qt::Key_Space);
+    EXPECT_FALSE(up->property("pressed").toBool()); // it would go on by itself
+    QTest::keyRelease(window, Qt::Key_Space);
+    EXPECT_EQ(bar->homeScore(), before + 2);
 }
 
 TEST_F(HeldKeyTest, TypingRepeats)

@@ -55,25 +55,19 @@ ColumnLayout {
         }
         RowLayout {
             spacing: TS.gap
-            TSButton {
+            TSStepButton {
                 Layout.fillWidth: true
                 implicitHeight: 40
                 iconName: "minus"
                 help: qsTr("%1, one less").arg(team.side)
-                autoRepeat: true
-                autoRepeatDelay: 400
-                autoRepeatInterval: 125
                 onClicked: root.editor[team.scoreKey] = Math.max(0, team.score - 1)
             }
-            TSButton {
+            TSStepButton {
                 objectName: team.scoreKey + "Up"
                 Layout.fillWidth: true
                 implicitHeight: 40
                 iconName: "plus"
                 help: qsTr("%1, one more").arg(team.side)
-                autoRepeat: true
-                autoRepeatDelay: 400
-                autoRepeatInterval: 125
                 onClicked: root.editor[team.scoreKey] = team.score + 1
             }
         }

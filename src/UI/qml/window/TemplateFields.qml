@@ -12,7 +12,7 @@ ColumnLayout {
 
     spacing: 2
 
-    component ScoreStep: TSButton {
+    component ScoreStep: TSStepButton {
         required property string fieldKey
         required property int step
 
@@ -20,9 +20,6 @@ ColumnLayout {
         implicitWidth: 40
         iconName: step > 0 ? "plus" : "minus"
         help: (step > 0 ? qsTr("%1, one more") : qsTr("%1, one less")).arg(TS.shortened(fieldKey))
-        autoRepeat: true
-        autoRepeatDelay: 400
-        autoRepeatInterval: 125
         onClicked: root.fields.adjustScore(fieldKey, step)
     }
 
